@@ -1,0 +1,17 @@
+#pragma once
+
+#include "storage/Prompter.h"
+
+#include <string>
+
+namespace scorvane {
+
+// Help is a set of HTML pages in the "help" folder beside the program, one per topic number:
+// help/topic10.html, help/topic240.html and so on.
+std::string helpDirectory(const std::string& installDirectory);
+std::string helpPagePath(const std::string& installDirectory, int topic);
+// The page of a topic when it can be shown, or empty text after showing the "Help Error" box.
+std::string findHelpPage(Prompter& prompter, const std::string& installDirectory, int topic);
+Message helpErrorMessage();
+
+} // namespace scorvane

@@ -1,0 +1,50 @@
+#include "Startup.h"
+
+#include "storage/ConfigFile.h"
+#include "storage/Cp1252.h"
+#include "storage/RecordFile.h"
+
+namespace scorvane {
+
+DataPaths pathsFromConfig(const ConfigRecord& config, const std::string& configDirectory) {
+    DataPaths paths;
+    paths.configDirectory = configDirectory;
+    paths.dataDirectory = cp1252ToUtf8(normalizeDirectory(config.dataDirectory));
+    paths.reportDirectory = cp1252ToUtf8(normalizeDirectory(config.reportDirectory));
+    if (paths.reportDirectory.empty())
+        paths.reportDirectory = paths.dataDirectory;
+    return paths;
+}
+
+bool isUsableDataDirectory(const std::string& dataDirectory) {
+    return !dataDirectory.empty() && directoryExists(dataDirectory) &&
+           fileExists(fileName(FileKind::TeamList, DataPaths{"", dataDirectory, ""}, 0));
+}
+
+std::string mainCaption(const std::string& dataDirectory) {
+    return "Scorvane for Football v2.1 (Data Directory: " + dataDirectory + ")";
+}
+
+StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
+                          Session& session) {
+    session.installDirectory = normalizeDirectory(installDirectory);
+    session.configPath = fileName(FileKind::Config, DataPaths{session.installDirectory, "", ""}, 0);
+    const Status s =
+        loadConfiguration(prompter, session.configPath, session.config, session.configUpgraded);
+    if (s.kind() == ErrorKind::ProgramEnded)
+        return StartupOutcome::Ended;
+    if (!s) {
+        prompter.ask(corruptConfigurationMessage());
+        prompter.endProgram(1);
+        return StartupOutcome::Ended;
+    }
+    session.columns.build(session.config);
+    session.paths = pathsFromConfig(session.config, session.installDirectory);
+    session.options.optionWords = session.config.optionWords;
+    session.options.optionWord636 = session.config.optionWord636;
+    session.options.sort = session.config.sort;
+    session.startupMark = isUsableDataDirectory(session.paths.dataDirectory) ? ' ' : 'E';
+    return session.startupMark == 'E' ? StartupOutcome::NeedDataDirectory : StartupOutcome::Ready;
+}
+
+} // namespace scorvane

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "storage/ColumnTable.h"
+#include "storage/ConfigRecord.h"
+#include "storage/FileNames.h"
+#include "storage/Prompter.h"
+
+#include <array>
+#include <string>
+
+namespace scorvane {
+
+// The options the report screens work with, copied from the configuration at start-up.
+struct RunningOptions {
+    std::array<std::int16_t, 5> optionWords{};
+    std::int16_t optionWord636 = 0;
+    std::array<SortSetting, kCategoryCount> sort{};
+};
+
+// What start-up establishes and the whole program shares.
+struct Session {
+    std::string installDirectory;  // the program's folder, ending in "/"
+    std::string configPath;        // installDirectory + "BXFB.INI"
+    ConfigRecord config;
+    ColumnTable columns;
+    DataPaths paths;
+    RunningOptions options;
+    bool configUpgraded = false;
+    char startupMark = ' ';  // "E" when no usable data directory was found
+};
+
+enum class StartupOutcome {
+    Ready,              // the data directory holds a team list
+    NeedDataDirectory,  // start-up mark "E": the user must choose a data directory first
+    Ended,              // the configuration was unusable; the program ends
+};
+
+// The configuration start-up, run before any window is shown: read (and if need be upgrade) the
+// configuration, build the column table, set the data and report directories and decide whether
+// the data directory is usable. An unusable configuration shows "BXFB.INI File Corrupt or Not
+// Found" and ends the program without writing anything.
+StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
+                          Session& session);
+
+// The run-time directories from the texts stored in the configuration. The stored texts are
+// Windows-1252; the run-time paths are the system's own (UTF-8). An empty report directory
+// falls back to the data directory.
+DataPaths pathsFromConfig(const ConfigRecord& config, const std::string& configDirectory);
+// A data directory is usable when it exists and holds a team list.
+bool isUsableDataDirectory(const std::string& dataDirectory);
+
+// "Scorvane for Football v2.1 (Data Directory: <dir>)"
+std::string mainCaption(const std::string& dataDirectory);
+
+} // namespace scorvane

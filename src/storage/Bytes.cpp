@@ -1,0 +1,71 @@
+#include "Bytes.h"
+
+#include <limits>
+
+namespace scorvane {
+namespace field {
+
+void putText(Bytes& rec, std::size_t offset, std::size_t width, std::string_view text) {
+    for (std::size_t i = 0; i < width; ++i)
+        rec.at(offset + i) = i < text.size() ? static_cast<std::uint8_t>(text[i]) : ' ';
+}
+
+std::string getText(const Bytes& rec, std::size_t offset, std::size_t width) {
+    std::string out(width, ' ');
+    for (std::size_t i = 0; i < width; ++i)
+        out[i] = static_cast<char>(rec.at(offset + i));
+    return out;
+}
+
+void putInt16(Bytes& rec, std::size_t offset, std::int16_t value) {
+    const auto u = static_cast<std::uint16_t>(value);
+    rec.at(offset) = static_cast<std::uint8_t>(u & 0xFF);
+    rec.at(offset + 1) = static_cast<std::uint8_t>(u >> 8);
+}
+
+std::int16_t getInt16(const Bytes& rec, std::size_t offset) {
+    const auto u = static_cast<std::uint16_t>(rec.at(offset) | (rec.at(offset + 1) << 8));
+    return static_cast<std::int16_t>(u);
+}
+
+} // namespace field
+
+std::string trimRight(std::string_view s) {
+    auto end = s.find_last_not_of(' ');
+    return end == std::string_view::npos ? std::string() : std::string(s.substr(0, end + 1));
+}
+
+std::string trimLeft(std::string_view s) {
+    auto start = s.find_first_not_of(' ');
+    return start == std::string_view::npos ? std::string() : std::string(s.substr(start));
+}
+
+std::string trim(std::string_view s) { return trimLeft(trimRight(s)); }
+
+std::string fit(std::string_view s, std::size_t width) {
+    std::string out(s.substr(0, width));
+    out.resize(width, ' ');
+    return out;
+}
+
+std::string digits(long long n) { return std::to_string(n); }
+
+long long leadingNumber(std::string_view s) {
+    std::size_t i = 0;
+    while (i < s.size() && s[i] == ' ')
+        ++i;
+    bool negative = false;
+    if (i < s.size() && (s[i] == '-' || s[i] == '+')) {
+        negative = s[i] == '-';
+        ++i;
+    }
+    long long value = 0;
+    constexpr long long limit = std::numeric_limits<long long>::max() / 10 - 10;
+    for (; i < s.size() && s[i] >= '0' && s[i] <= '9'; ++i) {
+        if (value < limit)
+            value = value * 10 + (s[i] - '0');
+    }
+    return negative ? -value : value;
+}
+
+} // namespace scorvane

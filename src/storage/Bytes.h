@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scorvane {
+
+// Raw record bytes. Text in records is 8-bit Windows-1252, kept as std::string bytes
+// until it reaches the screen.
+using Bytes = std::vector<std::uint8_t>;
+
+namespace field {
+
+// Writes text into a fixed-width field: cut to the width, padded on the right with spaces.
+void putText(Bytes& rec, std::size_t offset, std::size_t width, std::string_view text);
+// The field's bytes exactly as stored (width characters, padding included).
+std::string getText(const Bytes& rec, std::size_t offset, std::size_t width);
+void putInt16(Bytes& rec, std::size_t offset, std::int16_t value);
+std::int16_t getInt16(const Bytes& rec, std::size_t offset);
+
+} // namespace field
+
+// Text helpers shared by every layer. Trimming removes spaces only, as the record readers do.
+std::string trimRight(std::string_view s);
+std::string trimLeft(std::string_view s);
+std::string trim(std::string_view s);
+// Cut or pad with spaces to exactly width characters.
+std::string fit(std::string_view s, std::size_t width);
+// The decimal digits of n with no leading space ("7", "-3").
+std::string digits(long long n);
+// The leading numeric part of a text, as typed into a number box: optional spaces, an optional
+// sign, then digits. Empty or non-numeric text gives 0. Values are clamped to the long range.
+long long leadingNumber(std::string_view s);
+
+} // namespace scorvane

@@ -1,0 +1,52 @@
+#include "ColumnTable.h"
+
+#include <vector>
+
+namespace scorvane {
+namespace {
+
+// The fixed columns of each category after "G", in column order.
+const std::array<std::vector<const char*>, kCategoryCount> kFixedColumns = {{
+    {"Att", "Cm", "Yds", "Int", "TD", "Sk", "Lg", "Big", "F", "FL", "XPt", "Pen", "FD", "Pct",
+     "Avg", "Rtg", "Pts"},
+    {"Rec", "Yds", "TD", "Lg", "Big", "YAC", "FD", "Tgt", "XPt", "Pen", "F", "FL", "Y@C", "Avg",
+     "Pts", "FD%"},
+    {"Rsh", "Yds", "Lg", "TD", "FD", "YdL", "XPt", "F", "FL", "Pen", "Avg", "Pts"},
+    {"Tkl", "Sol", "Ast", "Int", "Blk", "Hur", "F", "FC", "Sk", "TD", "Pen"},
+    {"XB", "XPt", "Pnt", "PB", "P20", "PFC", "PTB", "PLg", "PAv", "FG", "F20", "F30", "F40",
+     "40+", "FGB", "FLg"},
+    {"PRt", "PAv", "PFC", "PF", "PTD", "PLg", "PYd", "KRt", "KAv", "KFC", "KF", "KTD", "KLg",
+     "KYd"},
+}};
+
+} // namespace
+
+ColumnTable::ColumnTable() { build(ConfigRecord::defaults()); }
+
+void ColumnTable::build(const ConfigRecord& config) {
+    for (int k = 0; k < kCategoryCount; ++k) {
+        const auto ks = static_cast<std::size_t>(k);
+        auto& slots = names_[ks];
+        slots.fill("   ");
+        std::size_t i = 1;
+        slots[i++] = fit("G", 3);
+        for (const char* name : kFixedColumns[ks])
+            slots[i++] = fit(name, 3);
+        for (std::size_t u = 0; u < 5; ++u)
+            slots[i++] = fit(config.userColumns[ks][u], 3);
+    }
+}
+
+std::string ColumnTable::columnName(char category, int index) const {
+    const int k = categoryIndex(category);
+    if (k < 0 || index < 1 || index > Slots)
+        return "   ";
+    return names_[static_cast<std::size_t>(k)][static_cast<std::size_t>(index)];
+}
+
+int ColumnTable::columnCount(char category) {
+    const int k = categoryIndex(category);
+    return k < 0 ? 0 : static_cast<int>(kFixedColumns[static_cast<std::size_t>(k)].size()) + 6;
+}
+
+} // namespace scorvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace scorvane {
+
+// File kinds; each has its own slot, so several files are open at once. Kind 7 has no file.
+enum class FileKind {
+    Config = 1,
+    TeamList = 2,
+    Roster = 3,
+    Games = 4,
+    Stats = 5,
+    ReportFormats = 6,
+    GamesAlt = 8,  // the game file opened a second time, for reading while Games is in use
+    PlayerInfo = 9,
+};
+
+inline constexpr const char* kConfigFileName = "BXFB.INI";
+
+std::size_t recordLength(FileKind kind);
+
+// Where the files are. Every directory ends in a separator (see normalizeDirectory).
+struct DataPaths {
+    std::string configDirectory;
+    std::string dataDirectory;
+    std::string reportDirectory;
+};
+
+// A directory as the program keeps it at run time: spaces trimmed on both sides and a trailing
+// separator appended when missing. The separator appended is "\" for a path written with
+// backslashes only (a data directory carried over from another system) and "/" otherwise.
+// Empty text stays empty.
+std::string normalizeDirectory(std::string_view text);
+
+// The file name of a kind: directory, prefix, team number, ".DAT", plainly concatenated.
+std::string fileName(FileKind kind, const DataPaths& paths, int teamNumber);
+
+} // namespace scorvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Bytes.h"
+#include "Status.h"
+
+#include <string>
+#include <vector>
+
+namespace scorvane {
+
+// A file of fixed-length records numbered from 1. Single records are read and written in place;
+// a change to many records is made with replaceAll, which writes the whole new contents to a
+// temporary file in the same folder, flushes it to disk and renames it over the old file, so that
+// a crash at any moment leaves either the old file or the new one.
+//
+// Failures come back as Status values of kind Disk, carrying the error number the disk error
+// handler knows (70 permission, 71/25 not ready, 57 anything else) and the system's text.
+class RecordFile {
+public:
+    RecordFile() = default;
+    ~RecordFile();
+    RecordFile(const RecordFile&) = delete;
+    RecordFile& operator=(const RecordFile&) = delete;
+    RecordFile(RecordFile&& other) noexcept;
+    RecordFile& operator=(RecordFile&& other) noexcept;
+
+    // Opens for reading and writing, creating an empty file when none exists. In a folder that
+    // cannot be written, an existing file is opened for reading only and a missing one counts as
+    // empty; writing then fails with the permission error.
+    Status open(const std::string& path, std::size_t recordLength);
+    void close();
+    bool isOpen() const { return open_; }
+    const std::string& path() const { return path_; }
+    std::size_t recordLength() const { return recordLength_; }
+
+    Status length(long long& bytes) const;
+    // Whole records in the file: its length divided by the record length. A trailing piece of a
+    // record is not counted.
+    int count() const;
+    Status read(int recordNumber, Bytes& out) const;
+    // Writes one record in place; recordNumber may be count() + 1 to append.
+    Status write(int recordNumber, const Bytes& record);
+    Status readAll(std::vector<Bytes>& records) const;
+    Status replaceAll(const std::vector<Bytes>& records);
+
+private:
+    std::string path_;
+    std::size_t recordLength_ = 1;
+    int fd_ = -1;
+    bool open_ = false;
+    bool readOnly_ = false;  // opened for reading only: the folder may not be written
+};
+
+// Whole-file operations used where a file is read or written in one pass.
+// readWholeFile reports a missing file through `exists` and an empty buffer, not as an error.
+Status readWholeFile(const std::string& path, Bytes& contents, bool& exists);
+// Replaces the file through a temporary file in the same folder and a rename.
+Status writeFileAtomically(const std::string& path, const Bytes& contents);
+Status removeFile(const std::string& path);
+bool fileExists(const std::string& path);
+bool directoryExists(const std::string& path);
+// Creates a folder and any missing folders above it; an existing folder is fine.
+Status createDirectories(const std::string& path);
+
+// A Disk status for the current errno.
+Status diskErrorFromErrno(int err);
+
+} // namespace scorvane

@@ -1,0 +1,231 @@
+#include "Records.h"
+
+namespace scorvane {
+
+using field::getInt16;
+using field::getText;
+using field::putInt16;
+using field::putText;
+
+namespace {
+
+// A buffer of exactly n bytes holding the given bytes, zero-filled past their end.
+Bytes sized(const Bytes& bytes, std::size_t n) {
+    Bytes out(n, 0);
+    for (std::size_t i = 0; i < n && i < bytes.size(); ++i)
+        out[i] = bytes[i];
+    return out;
+}
+
+Bytes blank(std::size_t n) { return Bytes(n, ' '); }
+
+char getFlag(const Bytes& rec, std::size_t offset) { return static_cast<char>(rec.at(offset)); }
+void putFlag(Bytes& rec, std::size_t offset, char c) { rec.at(offset) = static_cast<std::uint8_t>(c); }
+
+std::optional<std::int16_t> sum16(const std::array<std::int16_t, 5>& v) {
+    int total = 0;
+    for (auto x : v) {
+        total += x;
+        if (total > 32767 || total < -32768)
+            return std::nullopt;
+    }
+    return static_cast<std::int16_t>(total);
+}
+
+} // namespace
+
+Bytes TeamRecord::encode() const {
+    Bytes rec = blank(Length);
+    putText(rec, 0, 25, teamName);
+    putText(rec, 25, 10, shortName);
+    putText(rec, 35, 5, teamTag);
+    return rec;
+}
+
+TeamRecord TeamRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    return {getText(rec, 0, 25), getText(rec, 25, 10), getText(rec, 35, 5)};
+}
+
+Bytes RosterRecord::encode() const {
+    Bytes rec = blank(Length);
+    putInt16(rec, 0, playerNumber);
+    putText(rec, 2, 17, playerName);
+    putText(rec, 19, 182, rosterExtra);
+    return rec;
+}
+
+RosterRecord RosterRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    return {getInt16(rec, 0), getText(rec, 2, 17), getText(rec, 19, 182)};
+}
+
+Bytes PlayerInfoRecord::encode() const {
+    Bytes rec = blank(Length);
+    putInt16(rec, 0, playerNumber);
+    putText(rec, 2, 20, phone);
+    putText(rec, 22, 40, address1);
+    putText(rec, 62, 40, address2);
+    putText(rec, 102, 20, city);
+    putText(rec, 142, 5, state);
+    putText(rec, 167, 10, zip);
+    putText(rec, 197, 70, other);
+    return rec;
+}
+
+PlayerInfoRecord PlayerInfoRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    PlayerInfoRecord r;
+    r.playerNumber = getInt16(rec, 0);
+    r.phone = getText(rec, 2, 20);
+    r.address1 = getText(rec, 22, 40);
+    r.address2 = getText(rec, 62, 40);
+    r.city = getText(rec, 102, 20);
+    r.state = getText(rec, 142, 5);
+    r.zip = getText(rec, 167, 10);
+    r.other = getText(rec, 197, 70);
+    return r;
+}
+
+std::optional<PointSums> GameRecord::pointSums() const {
+    auto opp = sum16(opponentScore);
+    auto team = sum16(teamScore);
+    if (!opp || !team)
+        return std::nullopt;
+    return PointSums{*team, *opp};
+}
+
+int GameRecord::gameTypeNumber() const {
+    return gameType >= '1' && gameType <= '7' ? gameType - '0' : 0;
+}
+
+Bytes GameRecord::encode() const {
+    Bytes rec = blank(Length);
+    putInt16(rec, 0, gameNumber);
+    putFlag(rec, 2, gameStatus);
+    putText(rec, 3, 6, gameDate);
+    putText(rec, 9, 20, gameLocation);
+    putText(rec, 29, 25, opponent);
+    for (std::size_t i = 0; i < 5; ++i) {
+        putInt16(rec, 54 + 2 * i, opponentScore[i]);
+        putInt16(rec, 64 + 2 * i, teamScore[i]);
+    }
+    putText(rec, 74, 58, gameComment);
+    putFlag(rec, 132, gameType);
+    putFlag(rec, 133, homeFlag);
+    putFlag(rec, 134, specialSelect);
+    putInt16(rec, 135, overtimeFlag);
+    putText(rec, 137, 63, tail);
+    return rec;
+}
+
+GameRecord GameRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    GameRecord g;
+    g.gameNumber = getInt16(rec, 0);
+    g.gameStatus = getFlag(rec, 2);
+    g.gameDate = getText(rec, 3, 6);
+    g.gameLocation = getText(rec, 9, 20);
+    g.opponent = getText(rec, 29, 25);
+    for (std::size_t i = 0; i < 5; ++i) {
+        g.opponentScore[i] = getInt16(rec, 54 + 2 * i);
+        g.teamScore[i] = getInt16(rec, 64 + 2 * i);
+    }
+    g.gameComment = getText(rec, 74, 58);
+    g.gameType = getFlag(rec, 132);
+    g.homeFlag = getFlag(rec, 133);
+    g.specialSelect = getFlag(rec, 134);
+    g.overtimeFlag = getInt16(rec, 135);
+    g.tail = getText(rec, 137, 63);
+    return g;
+}
+
+void StatHeader::encodeInto(Bytes& rec) const {
+    putInt16(rec, 0, gameNumber);
+    putInt16(rec, 2, playerNumber);
+    putFlag(rec, 4, category);
+    putFlag(rec, 5, statStatus);
+    putFlag(rec, 6, statGameType);
+    putFlag(rec, 7, statSpecialSelect);
+}
+
+StatHeader StatHeader::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, 8);
+    return {getInt16(rec, 0), getInt16(rec, 2), getFlag(rec, 4),
+            getFlag(rec, 5),  getFlag(rec, 6),  getFlag(rec, 7)};
+}
+
+Bytes StatRecord::encode() const {
+    Bytes rec = blank(Length);
+    header.encodeInto(rec);
+    for (std::size_t i = 0; i < ValueCount; ++i)
+        putInt16(rec, 8 + 2 * i, values[i]);
+    putText(rec, 68, 42, tail);
+    return rec;
+}
+
+StatRecord StatRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    StatRecord r;
+    r.header = StatHeader::decode(rec);
+    for (std::size_t i = 0; i < ValueCount; ++i)
+        r.values[i] = getInt16(rec, 8 + 2 * i);
+    r.tail = getText(rec, 68, 42);
+    return r;
+}
+
+Bytes StatListRecord::encode() const {
+    Bytes rec = blank(Length);
+    header.encodeInto(rec);
+    for (std::size_t i = 0; i < 5; ++i)
+        putInt16(rec, 8 + 2 * i, summary[i]);
+    for (std::size_t i = 0; i < EntryCount; ++i) {
+        putFlag(rec, 18 + i, entries[i].type);
+        putInt16(rec, 36 + 4 * i, entries[i].yards);
+        putInt16(rec, 38 + 4 * i, entries[i].marks);
+    }
+    putText(rec, 108, 2, tail);
+    return rec;
+}
+
+StatListRecord StatListRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    StatListRecord r;
+    r.header = StatHeader::decode(rec);
+    for (std::size_t i = 0; i < 5; ++i)
+        r.summary[i] = getInt16(rec, 8 + 2 * i);
+    for (std::size_t i = 0; i < EntryCount; ++i) {
+        r.entries[i].type = getFlag(rec, 18 + i);
+        r.entries[i].yards = getInt16(rec, 36 + 4 * i);
+        r.entries[i].marks = getInt16(rec, 38 + 4 * i);
+    }
+    r.tail = getText(rec, 108, 2);
+    return r;
+}
+
+Bytes ReportFormatRecord::encode() const {
+    Bytes rec = blank(Length);
+    putFlag(rec, 0, category);
+    putFlag(rec, 1, deletionMark);
+    putText(rec, 2, 20, reportName);
+    putInt16(rec, 22, sortColumn);
+    putFlag(rec, 24, sortDirection);
+    for (std::size_t i = 0; i < ColumnSlots; ++i)
+        putInt16(rec, 25 + 2 * i, columns[i]);
+    return rec;
+}
+
+ReportFormatRecord ReportFormatRecord::decode(const Bytes& bytes) {
+    const Bytes rec = sized(bytes, Length);
+    ReportFormatRecord r;
+    r.category = getFlag(rec, 0);
+    r.deletionMark = getFlag(rec, 1);
+    r.reportName = getText(rec, 2, 20);
+    r.sortColumn = getInt16(rec, 22);
+    r.sortDirection = getFlag(rec, 24);
+    for (std::size_t i = 0; i < ColumnSlots; ++i)
+        r.columns[i] = getInt16(rec, 25 + 2 * i);
+    return r;
+}
+
+} // namespace scorvane

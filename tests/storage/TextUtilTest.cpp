@@ -1,0 +1,96 @@
+#include "storage/ColumnTable.h"
+#include "storage/Cp1252.h"
+#include "storage/FileNames.h"
+#include "storage/TextUtil.h"
+
+#include <gtest/gtest.h>
+
+using namespace scorvane;
+
+TEST(LongDate, MonthNameDayAndCentury) {
+    EXPECT_EQ(LongDate("030503"), "Mar  5,  2003");
+    EXPECT_EQ(LongDate("122599"), "Dec  25,  1999");
+    EXPECT_EQ(LongDate("022999"), "Feb  29,  1999");  // February 29 passes in any year
+    EXPECT_EQ(LongDate("010129"), "Jan  1,  2029");
+    EXPECT_EQ(LongDate("010130"), "Jan  1,  1930");
+    for (const char* bad : {"023001", "043101", "063101", "093101", "113101", "000101", "130101",
+                            "010001", "013201", ""})
+        EXPECT_EQ(LongDate(bad), "ERROR") << bad;
+}
+
+TEST(ShortDate, SlashesBetweenThePairs) { EXPECT_EQ(ShortDate("101202"), "10/12/02"); }
+
+TEST(AlignText, PadsOnTheNamedSide) {
+    EXPECT_EQ(AlignText("Yds", 5, 'L'), "  Yds");
+    EXPECT_EQ(AlignText("Yds", 5, 'R'), "Yds  ");
+    EXPECT_EQ(AlignText("5", 4, 'M'), " 5  ");
+    EXPECT_EQ(AlignText("  TD ", 4, 'M'), " TD ");
+    EXPECT_EQ(AlignText("1234", 4, 'L'), "1234");
+    EXPECT_EQ(AlignText("12345", 4, 'L'), "");
+    EXPECT_EQ(AlignText("5", 4, 'X'), "");
+}
+
+TEST(GameLine, NumberDateTypeOpponentScoreAndResult) {
+    ConfigRecord config = ConfigRecord::defaults();
+    config.gameTypeNames[1] = "League    ";
+    GameRecord g;
+    g.gameNumber = 7;
+    g.gameDate = "101202";
+    g.gameType = '2';
+    g.opponent = "Tigers";
+    const std::string head = "7   10/12/02  League      Tigers" + std::string(19, ' ');
+    EXPECT_EQ(GameLine(g, {21, 14}, config), head + "  21-14  Won");
+    EXPECT_EQ(GameLine(g, {3, 10}, config), head + "   3-10  lost");
+    EXPECT_EQ(GameLine(g, {14, 14}, config), head + "  14-14  tie ");
+
+    g.gameNumber = 112;
+    g.gameType = 'x';  // no game type: the name column stays blank
+    EXPECT_EQ(GameLine(g, {0, 0}, config),
+              "112 10/12/02" + std::string(14, ' ') + "Tigers" + std::string(19, ' ') + "   0-0   tie ");
+}
+
+TEST(Cp1252, ConvertsBothWaysAndKeepsEveryByte) {
+    EXPECT_EQ(utf8ToCp1252("é"), "\xE9");
+    EXPECT_EQ(utf8ToCp1252("€"), "\x80");
+    EXPECT_EQ(cp1252ToUtf8("\xE9"), "é");
+    EXPECT_EQ(cp1252ToUtf8("\x80"), "€");
+    EXPECT_EQ(cp1252ToUtf8("\x93Hi\x94"), "“Hi”");
+    EXPECT_EQ(utf8ToCp1252("a中b😀"), "a?b?");
+    EXPECT_EQ(utf8ToCp1252("x\xC3"), "x?");  // cut short in the middle of a character
+    std::string all;
+    for (int b = 0; b < 256; ++b)
+        all += static_cast<char>(b);
+    EXPECT_EQ(utf8ToCp1252(cp1252ToUtf8(all)), all);
+}
+
+TEST(FileNames, DirectoryPrefixTeamAndExtension) {
+    const DataPaths paths{"/etc/scorvane/", normalizeDirectory("C:\\DATA" + std::string(138, ' ')),
+                          normalizeDirectory("  D:\\REPORTS ")};
+    EXPECT_EQ(paths.dataDirectory, "C:\\DATA\\");
+    EXPECT_EQ(fileName(FileKind::TeamList, paths, 1), "C:\\DATA\\FBTEAMS.DAT");
+    EXPECT_EQ(fileName(FileKind::Games, paths, 1), "C:\\DATA\\FBGS1.DAT");
+    EXPECT_EQ(fileName(FileKind::GamesAlt, paths, 1), "C:\\DATA\\FBGS1.DAT");
+    EXPECT_EQ(fileName(FileKind::Roster, paths, 100), "C:\\DATA\\FBPN100.DAT");
+    EXPECT_EQ(fileName(FileKind::Stats, paths, 42), "C:\\DATA\\FBPS42.DAT");
+    EXPECT_EQ(fileName(FileKind::PlayerInfo, paths, 3), "C:\\DATA\\FBPI3.DAT");
+    EXPECT_EQ(fileName(FileKind::ReportFormats, paths, 3), "D:\\REPORTS\\FBRPTFMT.DAT");
+    EXPECT_EQ(fileName(FileKind::Config, paths, 3), "/etc/scorvane/BXFB.INI");
+
+    EXPECT_EQ(normalizeDirectory("/home/coach") + normalizeDirectory("/tmp/") +
+                  normalizeDirectory("C:\\x/y") + normalizeDirectory("   "),
+              "/home/coach//tmp/C:\\x/y/");
+}
+
+TEST(ColumnTable, FixedColumnsThenTheUserNamedOnes) {
+    ConfigRecord config = ConfigRecord::defaults();
+    config.userColumns[3][0] = "Sck";
+    const ColumnTable table(config);
+    EXPECT_EQ(ColumnTable::columnCount('P'), 23);
+    EXPECT_EQ(ColumnTable::columnCount('Z'), 0);
+    EXPECT_EQ(table.columnName('P', 1) + table.columnName('P', 2) + table.columnName('P', 19) +
+                  table.columnName('P', 23) + table.columnName('P', 24),
+              "G  AttP1 P5    ");
+    EXPECT_EQ(table.columnName('D', 12) + table.columnName('D', 13) + table.columnName('D', 18),
+              "PenSck   ");
+    EXPECT_EQ(table.columnName('T', 20) + table.columnName('Q', 1), "T5    ");
+}

@@ -1,0 +1,83 @@
+// scorvane-setup <programFolder> [<sampleFolder>]
+//
+// Prepares a program folder the way a fresh installation looks: a BXFB.INI with every default
+// setting pointing at the sample folder, and the sample season in that folder. Files already
+// there are left alone, so the build can run this every time.
+
+#include "shell/SampleSeason.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+
+namespace {
+
+using namespace scorvane;
+
+// Messages go to the console and are answered with their default answer. A disk that stays not
+// ready is retried a few times, then given up.
+class ConsolePrompter : public Prompter {
+public:
+    Answer ask(const Message& message) override {
+        std::cerr << message.title << ": " << message.text << '\n';
+        if (message.defaultAnswer == Answer::Retry && ++retries_ > 3)
+            return Answer::Cancel;
+        return message.defaultAnswer;
+    }
+    [[noreturn]] void endProgram(int exitCode) override { std::exit(exitCode); }
+
+private:
+    int retries_ = 0;
+};
+
+// An absolute folder ending in "/": the folder is written into BXFB.INI and must not depend on
+// where the program is started from.
+std::string absoluteFolder(const std::string& text) {
+    std::string folder = std::filesystem::absolute(text).lexically_normal().string();
+    if (folder.empty() || folder.back() != '/')
+        folder += '/';
+    return folder;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2 || argc > 3) {
+        std::cerr << "usage: scorvane-setup <programFolder> [<sampleFolder>]\n";
+        return 2;
+    }
+    const std::string programFolder = absoluteFolder(argv[1]);
+    const std::string sampleFolder =
+        argc == 3 ? absoluteFolder(argv[2]) : programFolder + "sample-season/";
+
+    std::error_code ec;
+    std::filesystem::create_directories(programFolder, ec);
+    if (ec) {
+        std::cerr << "scorvane-setup: cannot create " << programFolder << ": " << ec.message()
+                  << '\n';
+        return 1;
+    }
+
+    ConsolePrompter prompter;
+    InstallResult result;
+    const Status s = installDefaults(prompter, programFolder, sampleFolder, result);
+    if (!s) {
+        std::cerr << "scorvane-setup: " << s.message() << '\n';
+        return 1;
+    }
+    if (result.wroteConfig && result.wroteSample)
+        std::cout << "Wrote " << programFolder << "BXFB.INI and the sample season in "
+                  << sampleFolder << '\n';
+    else if (result.wroteConfig)
+        std::cout << "Wrote " << programFolder << "BXFB.INI (the sample season in " << sampleFolder
+                  << " was already there)\n";
+    else if (result.wroteSample)
+        std::cout << "Wrote the sample season in " << sampleFolder
+                  << " (BXFB.INI was already there)\n";
+    else
+        std::cout << "Nothing to write: " << programFolder << "BXFB.INI and " << sampleFolder
+                  << "FBTEAMS.DAT are already there\n";
+    return 0;
+}
