@@ -28,6 +28,13 @@ std::int16_t getInt16(const Bytes& rec, std::size_t offset) {
     return static_cast<std::int16_t>(u);
 }
 
+Bytes sized(const Bytes& bytes, std::size_t n) {
+    Bytes out(n, 0);
+    for (std::size_t i = 0; i < n && i < bytes.size(); ++i)
+        out[i] = bytes[i];
+    return out;
+}
+
 } // namespace field
 
 std::string trimRight(std::string_view s) {

@@ -20,6 +20,9 @@ void putText(Bytes& rec, std::size_t offset, std::size_t width, std::string_view
 std::string getText(const Bytes& rec, std::size_t offset, std::size_t width);
 void putInt16(Bytes& rec, std::size_t offset, std::int16_t value);
 std::int16_t getInt16(const Bytes& rec, std::size_t offset);
+// Exactly n bytes: the given ones, zero-filled past their end. Decoders read through this so that
+// a short or damaged record can never be read out of bounds.
+Bytes sized(const Bytes& bytes, std::size_t n);
 
 } // namespace field
 

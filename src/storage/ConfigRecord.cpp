@@ -6,6 +6,7 @@ using field::getInt16;
 using field::getText;
 using field::putInt16;
 using field::putText;
+using field::sized;
 
 namespace {
 
@@ -15,13 +16,6 @@ constexpr std::array<std::size_t, kCategoryCount> kUserColumnOffset = {72, 90, 1
 constexpr std::array<std::size_t, kCategoryCount> kColumnListOffset = {126, 188, 250,
                                                                         723, 785, 847};
 constexpr std::array<std::size_t, kCategoryCount> kSortOffset = {312, 315, 318, 909, 912, 915};
-
-Bytes sized(const Bytes& bytes, std::size_t n) {
-    Bytes out(n, 0);
-    for (std::size_t i = 0; i < n && i < bytes.size(); ++i)
-        out[i] = bytes[i];
-    return out;
-}
 
 using ColumnList = std::array<std::int16_t, ConfigRecord::ColumnListLength>;
 

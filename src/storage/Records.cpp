@@ -6,16 +6,9 @@ using field::getInt16;
 using field::getText;
 using field::putInt16;
 using field::putText;
+using field::sized;
 
 namespace {
-
-// A buffer of exactly n bytes holding the given bytes, zero-filled past their end.
-Bytes sized(const Bytes& bytes, std::size_t n) {
-    Bytes out(n, 0);
-    for (std::size_t i = 0; i < n && i < bytes.size(); ++i)
-        out[i] = bytes[i];
-    return out;
-}
 
 Bytes blank(std::size_t n) { return Bytes(n, ' '); }
 

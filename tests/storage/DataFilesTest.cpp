@@ -1,9 +1,25 @@
 #include "storage/ByteHelpers.h"
+#include "storage/ConfigFile.h"
 #include "storage/DataFiles.h"
+#include "storage/DiskError.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <random>
+#include <thread>
+#include <tuple>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// Designated initializers name only the fields a test cares about.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 using namespace scorvane;
 using namespace scorvane::testing;
@@ -12,197 +28,275 @@ namespace {
 
 class DataFilesTest : public ::testing::Test {
 protected:
-    TempDir data;
-    TempDir reports;
+    TempDir data, reports;
     FakePrompter prompter;
     DataFiles files{DataPaths{data.dir(), data.dir(), reports.dir()}, prompter};
 
-    static Bytes join(const std::vector<Bytes>& records) {
-        Bytes all;
-        for (const auto& r : records)
-            all.insert(all.end(), r.begin(), r.end());
-        return all;
-    }
-    static Bytes stat(int game, int player, char category, char status, char type, char special) {
-        StatRecord r;
-        r.header = {static_cast<std::int16_t>(game), static_cast<std::int16_t>(player), category,
-                    status, type, special};
-        r.values[0] = static_cast<std::int16_t>(100 * game + player);
-        return r.encode();
-    }
+    // Faults of the data are no disk errors: no test here may bring up a message.
+    void TearDown() override { EXPECT_TRUE(prompter.shown.empty()); }
 };
+
+Bytes stats(StatHeader h) { return StatRecord{.header = h}.encode(); }
 
 } // namespace
 
-TEST_F(DataFilesTest, ModeLetterGReadsAnyOtherLetterWrites) {
+TEST_F(DataFilesTest, ModeLettersRecordRangeAndPerTeamFiles) {
     TeamRecord t{"Ravens", "RAV", ""};
     ASSERT_TRUE(files.teamRecord('P', 1, t));
     t.teamName = "Tigers";
-    ASSERT_TRUE(files.teamRecord('a', 2, t));
-    Bytes expected = blank(80);
-    setText(expected, 0, "Ravens");
-    setText(expected, 25, "RAV");
-    setText(expected, 40, "Tigers");
-    setText(expected, 65, "RAV");
-    EXPECT_EQ(data.read("FBTEAMS.DAT"), expected);
-
-    TeamRecord back;
-    ASSERT_TRUE(files.teamRecord('G', 1, back));
-    EXPECT_EQ(trimRight(back.teamName), "Ravens");
-
-    // A record outside the file is an error, not a crash, and no disk error.
-    for (int n : {0, -1, 3, 32767})
-        EXPECT_EQ(files.teamRecord('G', n, back).kind(), ErrorKind::RecordRange) << n;
-    for (int n : {0, 4})
-        EXPECT_EQ(files.teamRecord('P', n, back).kind(), ErrorKind::RecordRange) << n;
+    ASSERT_TRUE(files.teamRecord('a', 2, t));  // any letter but "G" writes
+    EXPECT_EQ(data.read("FBTEAMS.DAT"),
+              join({TeamRecord{"Ravens", "RAV", ""}.encode(), t.encode()}));
+    ASSERT_TRUE(files.teamRecord('G', 1, t));
+    EXPECT_EQ(trimRight(t.teamName), "Ravens");
+    // Outside the file a record is refused, not a crash; writing may add one at the end.
+    for (auto [mode, n] :
+         {std::pair{'G', 0}, {'G', -1}, {'G', 3}, {'G', 32767}, {'P', 0}, {'P', 4}})
+        EXPECT_EQ(files.teamRecord(mode, n, t).kind(), ErrorKind::RecordRange) << mode << n;
     EXPECT_EQ(data.read("FBTEAMS.DAT").size(), 80u);
-    EXPECT_TRUE(prompter.shown.empty());
-}
 
-TEST_F(DataFilesTest, PerTeamFilesFollowTheTeamAndFormatsLiveWithReports) {
+    // Per-team files follow the current team.
     files.setTeam(3);
-    RosterRecord r;
-    r.playerNumber = 4;
+    RosterRecord r{.playerNumber = 4};
     ASSERT_TRUE(files.rosterRecord('P', 1, r));
-    ReportFormatRecord f;
-    ASSERT_TRUE(files.reportFormatRecord('P', 1, f));
     EXPECT_EQ(data.read("FBPN3.DAT").size(), 201u);
-    EXPECT_TRUE(reports.exists("FBRPTFMT.DAT"));
-    EXPECT_FALSE(data.exists("FBRPTFMT.DAT"));
-
     files.setTeam(4);
-    EXPECT_EQ(files.fileName(FileKind::Roster), data.dir() + "FBPN4.DAT");
     EXPECT_EQ(files.recordCount(FileKind::Roster), 0);
     ASSERT_TRUE(files.killFile(FileKind::Roster));
     EXPECT_FALSE(data.exists("FBPN4.DAT"));
     EXPECT_TRUE(data.exists("FBPN3.DAT"));
 }
 
-TEST_F(DataFilesTest, DamagedFileCountsOnlyWholeRecords) {
-    GameRecord g;
-    g.gameNumber = 1;
-    Bytes contents = g.encode();
-    g.gameNumber = 2;
-    const Bytes second = g.encode();
-    contents.insert(contents.end(), second.begin(), second.end());
-    contents.resize(contents.size() + 37, 'x');
-    data.write("FBGS1.DAT", contents);
-
-    EXPECT_EQ(files.recordCount(FileKind::Games), 2);
-    std::vector<GameRecord> games;
-    ASSERT_TRUE(files.readAllAs(FileKind::Games, games));
-    ASSERT_EQ(games.size(), 2u);
-    EXPECT_EQ(games[1].gameNumber, 2);
-    EXPECT_EQ(files.gameRecord('G', 3, g).kind(), ErrorKind::RecordRange);
-}
-
-TEST_F(DataFilesTest, PointSumPastSixteenBitsReadsAsOverflow) {
-    GameRecord g;
-    g.gameNumber = 5;
-    g.teamScore = {30000, 2767, 0, 0, 0};
+TEST_F(DataFilesTest, PointSumOverflowAndTheSecondGameHandle) {
+    GameRecord g{.gameNumber = 5, .teamScore = {30000, 2767, 0, 0, 0}};
     ASSERT_TRUE(files.gameRecord('P', 1, g));
-    g.teamScore[4] = 1;
+    g.teamScore[4] = 1;  // one point more and the team's sum leaves the 16-bit range
     ASSERT_TRUE(files.gameRecord('P', 2, g));
-
-    GameRecord back;
-    EXPECT_TRUE(files.gameRecord('G', 1, back));
-    const Status s = files.gameRecord('G', 2, back);
+    EXPECT_TRUE(files.gameRecord('G', 1, g));
+    const Status s = files.gameRecord('G', 2, g);
     EXPECT_EQ(s.kind(), ErrorKind::Overflow);
     EXPECT_EQ(s.message(), "Overflow");
-    EXPECT_EQ(back.teamScore[4], 1);  // the record is filled in all the same
-    EXPECT_EQ(files.gameRecordAlt(2, back).kind(), ErrorKind::Overflow);
-    EXPECT_TRUE(prompter.shown.empty());
+    EXPECT_EQ(g.teamScore[4], 1);  // the record is filled in all the same
+    EXPECT_EQ(files.gameRecordAlt(2, g).kind(), ErrorKind::Overflow);
+
+    // The second handle, already open, sees the replaced file.
+    const std::vector<GameRecord> games = {{.gameNumber = 8}, {.gameNumber = 9}};
+    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, games));
+    ASSERT_TRUE(files.gameRecordAlt(2, g));
+    EXPECT_EQ(g.gameNumber, 9);
 }
 
-TEST_F(DataFilesTest, SecondGameHandleSeesTheReplacedFile) {
-    GameRecord g;
-    g.gameNumber = 1;
-    ASSERT_TRUE(files.gameRecord('P', 1, g));
-    GameRecord alt;
-    ASSERT_TRUE(files.gameRecordAlt(1, alt));
-    g.gameNumber = 9;
-    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, std::vector<GameRecord>{g, g}));
-    ASSERT_TRUE(files.gameRecordAlt(2, alt));
-    EXPECT_EQ(alt.gameNumber, 9);
-}
-
-TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedCopies) {
-    GameRecord game;
-    game.gameNumber = 5;
-    game.gameType = '3';
-    game.specialSelect = '2';
-    const std::vector<Bytes> before = {
-        stat(2, 4, 'P', 'A', '1', '1'),
-        stat(5, 4, 'P', 'A', '3', '2'),   // already right
-        stat(5, 9, 'R', 'A', '1', '1'),   // both copies stale
-        stat(5, 11, 'K', 'D', '1', '1'),  // deleted: skipped
-        stat(5, 12, 'T', 'A', '3', '1'),  // Special Select stale
-        stat(6, 4, 'P', 'A', '1', '1'),   // first later game: the scan stops here
-        stat(5, 20, 'C', 'A', '1', '1'),  // behind a later game: not found
-    };
-    Bytes expected = join(before);
-    data.write("FBPS1.DAT", expected);
-
+TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
+    const GameRecord game{.gameNumber = 5, .gameType = '3', .specialSelect = '2'};
     GameStatsIndex index;
     ASSERT_TRUE(files.indexGameStats(game, index));
-    EXPECT_EQ(index.insertionPoint, 6);
-    EXPECT_EQ(index.recordCount, 7);
-    EXPECT_EQ(index.recordOf[0][4], 2);
-    EXPECT_EQ(index.recordOf[2][9], 3);
-    EXPECT_EQ(index.recordOf[4][11], 0);
-    EXPECT_EQ(index.recordOf[5][12], 5);
-    EXPECT_EQ(index.recordOf[1][20], 0);
-    EXPECT_EQ(index.counters, (std::array<int, 6>{1, 0, 1, 0, 0, 1}));
+    EXPECT_EQ(index.insertionPoint, 1);  // an empty file
 
-    setText(expected, 2 * 110 + 6, "32");
-    setText(expected, 4 * 110 + 6, "32");
+    files.closeAll();
+    Bytes expected = join({
+        stats({2, 4, 'P', 'A', '1', '1'}),
+        stats({5, 4, 'P', 'A', '3', '2'}),   // already right
+        stats({5, 7, 'P', 'A', '3', '2'}),   // already right, a second of its category
+        stats({5, 9, 'R', 'A', '1', '1'}),   // both copies stale
+        stats({5, 11, 'K', 'D', '1', '1'}),  // deleted: skipped
+        stats({5, 12, 'T', 'A', '3', '1'}),  // Special Select stale
+        stats({6, 4, 'P', 'A', '1', '1'}),   // first later game: the scan stops here
+        stats({5, 20, 'C', 'A', '1', '1'}),  // behind a later game: not found
+    });
+    data.write("FBPS1.DAT", expected);
+    ASSERT_TRUE(files.indexGameStats(game, index));
+    EXPECT_EQ(index.insertionPoint, 7);
+    EXPECT_EQ(index.recordCount, 8);
+    const auto& at = index.recordOf;
+    EXPECT_EQ((std::array{at[0][4], at[0][7], at[2][9], at[4][11], at[5][12], at[1][20]}),
+              (std::array{2, 3, 4, 0, 6, 0}));
+    EXPECT_EQ(index.counters, (std::array<int, 6>{2, 0, 1, 0, 0, 1}));
+    expected = image(expected, {{3 * 110 + 6, "32"}, {5 * 110 + 6, "32"}});
+    EXPECT_EQ(data.read("FBPS1.DAT"), expected);
+
+    // No later game: new records go at the end, and a game without records changes nothing.
+    ASSERT_TRUE(files.indexGameStats(GameRecord{.gameNumber = 7}, index));
+    EXPECT_EQ(index.insertionPoint, 9);
     EXPECT_EQ(data.read("FBPS1.DAT"), expected);
 }
 
-TEST_F(DataFilesTest, IndexPassInsertionPointAtTheEnd) {
-    GameRecord game;
-    game.gameNumber = 5;
-    GameStatsIndex index;
-    ASSERT_TRUE(files.indexGameStats(game, index));
-    EXPECT_EQ(index.insertionPoint, 1);
-    EXPECT_EQ(index.recordCount, 0);
-
-    files.closeAll();
-    const Bytes earlier = join({stat(1, 4, 'P', 'A', '1', '1'), stat(3, 4, 'D', 'A', '1', '1')});
-    data.write("FBPS1.DAT", earlier);
-    ASSERT_TRUE(files.indexGameStats(game, index));
-    EXPECT_EQ(index.insertionPoint, 3);
-    EXPECT_EQ(data.read("FBPS1.DAT"), earlier);
-}
-
-TEST_F(DataFilesTest, OlderRosterLayoutsAreConverted) {
+TEST_F(DataFilesTest, OlderRosterLayoutsAreConvertedAndUnknownOnesRefused) {
+    auto roster = [](std::size_t length) {
+        Bytes b = blank(3 * length);
+        for (auto [i, number, name] : {std::tuple<std::size_t, int, const char*>{0, 4, "Adams"},
+                                       {1, 10, "\xC9mile Baker-Smith"}, {2, 99, "Young"}})
+            b = image(b, {{i * length, {number, 0}}, {i * length + 2, name}});
+        return b;
+    };
     for (std::size_t length : {19u, 60u}) {
-        Bytes old(3 * length, ' ');
-        setBytes(old, 0, {4, 0});
-        setText(old, 2, "Adams");
-        setBytes(old, length, {10, 0});
-        setText(old, length + 2, "\xC9mile Baker-Smith");
-        setBytes(old, 2 * length, {99, 0});
-        setText(old, 2 * length + 2, "Young");
-        data.write("FBPN1.DAT", old);
-
+        data.write("FBPN1.DAT", roster(length));
         ASSERT_TRUE(files.openFile(FileKind::Roster)) << length;
-        Bytes expected = blank(603);
-        setBytes(expected, 0, {4, 0});
-        setText(expected, 2, "Adams");
-        setBytes(expected, 201, {10, 0});
-        setText(expected, 203, "\xC9mile Baker-Smith");
-        setBytes(expected, 402, {99, 0});
-        setText(expected, 404, "Young");
-        EXPECT_EQ(data.read("FBPN1.DAT"), expected) << length;
+        EXPECT_EQ(data.read("FBPN1.DAT"), roster(201)) << length;
         EXPECT_EQ(files.recordCount(FileKind::Roster), 3);
         files.closeAll();
     }
-}
-
-TEST_F(DataFilesTest, RosterOfNoKnownLayoutIsLeftUntouched) {
     const Bytes junk(50, 'x');
     data.write("FBPN1.DAT", junk);
     EXPECT_EQ(files.openFile(FileKind::Roster).kind(), ErrorKind::Unreadable);
     EXPECT_EQ(data.read("FBPN1.DAT"), junk);
+}
+
+TEST_F(DataFilesTest, ConfigurationOfTheOlderLengthIsUpgradedAnyOtherRefused) {
+    ConfigRecord c;
+    bool upgraded = true;
+    for (int n : {-1, 0, 1, 668, 670, 1017, 1019, 2036}) {  // -1, first: no file at all
+        const Bytes contents = pattern(static_cast<std::size_t>(std::max(n, 0)));
+        if (n >= 0)
+            data.write("BXFB.INI", contents);
+        upgraded = true;
+        const Status s = loadConfiguration(prompter, data.file("BXFB.INI"), c, upgraded);
+        EXPECT_EQ(s.kind(), ErrorKind::BadLength) << n;
+        EXPECT_EQ(s.message(), "BXFB.INI File Corrupt or Not Found");
+        EXPECT_FALSE(upgraded);
+        EXPECT_EQ(data.exists("BXFB.INI"), n >= 0) << n;
+        EXPECT_EQ(data.read("BXFB.INI"), contents) << n;
+        EXPECT_FALSE(data.exists("BXFB.INI.tmp"));
+    }
+
+    const Bytes legacy = pattern(669);
+    data.write("BXFB.INI", legacy);
+    ASSERT_TRUE(loadConfiguration(prompter, data.file("BXFB.INI"), c, upgraded));
+    EXPECT_TRUE(upgraded);
+    const Bytes now = data.read("BXFB.INI");
+    EXPECT_EQ(c.encode(), now);
+    // The older record stays but for two text areas written blank; the kicking column list, the
+    // sorts of the three newer categories and the last text take their defaults.
+    const Bytes kicking = image(Bytes(62, 0), {{0, {1, 0, 2, 0, 4, 0, 9, 0, 10, 0, 11, 0, 17, 0}}});
+    EXPECT_EQ(now, image(now, {{0, legacy}, {321, blank(8)}, {638, blank(31)}, {785, kicking},
+                               {909, {2, 0, 'D', 1, 0, 'D', 1, 0, 'D'}}, {918, blank(100)}}));
+}
+
+// Disk errors, folders that cannot be written, and processes killed in the middle of a write.
+
+TEST(DiskErrorHandler, MessagesAndWhatEachAnswerDoes) {
+    const std::string io = "Input/output error", unrecoverable = "Unrecoverable Error - " + io;
+    const std::tuple<int, std::string, std::string, Buttons> cases[] = {
+        {70, "Disk write-protected", "Disk Error", Buttons::Ok},
+        {57, unrecoverable, "Error", Buttons::Ok},
+        {25, io, "Error", Buttons::RetryCancel},
+        {71, io, "Error", Buttons::RetryCancel}};
+    for (const auto& [code, text, title, buttons] : cases) {
+        FakePrompter p;
+        p.answers = {Answer::Retry};  // honoured only where it is offered
+        const bool retry = buttons == Buttons::RetryCancel;
+        EXPECT_EQ(DiskError(p, code, io) == DiskErrorAction::Retry, retry) << code;
+        EXPECT_EQ(p.endCalls, retry ? 0 : 1);
+        ASSERT_EQ(p.shown.size(), 1u);
+        EXPECT_EQ(std::tie(p.shown[0].text, p.shown[0].title, p.shown[0].buttons),
+                  std::tie(text, title, buttons));
+    }
+
+    // Under the handler, Retry runs the operation again and Cancel ends the program.
+    FakePrompter p;
+    p.answers = {Answer::Retry, Answer::Retry, Answer::Cancel};
+    int calls = 0;
+    auto flaky = [&] {
+        return ++calls < 3 ? Status::error(ErrorKind::Disk, "Not ready", 71) : Status::ok();
+    };
+    EXPECT_TRUE(withDiskErrors(p, flaky));
+    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(p.endCalls, 0);
+    calls = 0;
+    const Status s = withDiskErrors(p, flaky);
+    EXPECT_EQ(s.kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(s.code(), 71);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(p.endCalls, 1);
+    EXPECT_EQ(p.shown.size(), 3u);
+}
+
+// Root ignores folder permissions, so as root the checks run under the effective identity of a
+// user who owns the folder. Skipped where the folder can be written all the same.
+TEST(ReadOnlyFolder, WritesAreRefusedAsWriteProtectedAndFilesStayUnchanged) {
+    TempDir dir;
+    const Bytes teams =
+        join({TeamRecord{"Ravens", "", ""}.encode(), TeamRecord{"Tigers", "", ""}.encode()});
+    dir.write("FBTEAMS.DAT", teams);
+    const Bytes legacyConfig = pattern(669);
+    dir.write("BXFB.INI", legacyConfig);
+    std::filesystem::permissions(dir.path(), std::filesystem::perms(0555));
+    struct Identity {  // root again when the test ends
+        const bool root = ::geteuid() == 0;
+        ~Identity() {
+            if (root && ::seteuid(0) == 0)
+                (void)::setegid(0);
+        }
+    } identity;
+    constexpr uid_t kNobody = 65534;
+    for (const char* name : {"", "FBTEAMS.DAT", "BXFB.INI"})
+        ASSERT_TRUE(!identity.root || ::chown(dir.file(name).c_str(), kNobody, kNobody) == 0);
+    if (identity.root && (::setegid(kNobody) != 0 || ::seteuid(kNobody) != 0))
+        GTEST_SKIP() << "running as root and cannot give up root";
+    if (::faccessat(AT_FDCWD, dir.path().c_str(), W_OK, AT_EACCESS) == 0)
+        GTEST_SKIP() << "the read-only folder can be written";
+
+    FakePrompter prompter;
+    DataFiles files(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+    TeamRecord t;
+    ASSERT_TRUE(files.teamRecord('G', 2, t));  // reading still works
+    EXPECT_EQ(trimRight(t.teamName), "Tigers");
+    EXPECT_EQ(files.teamRecord('P', 1, t).kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(files.replaceAll(FileKind::TeamList, {t.encode()}).kind(), ErrorKind::ProgramEnded);
+    GameRecord g;
+    EXPECT_EQ(files.gameRecord('P', 1, g).kind(), ErrorKind::ProgramEnded);
+    ConfigRecord config;
+    bool upgraded = false;
+    EXPECT_EQ(loadConfiguration(prompter, dir.file("BXFB.INI"), config, upgraded).kind(),
+              ErrorKind::ProgramEnded);
+    EXPECT_EQ(prompter.shown.size(), 4u);
+    for (const Message& m : prompter.shown)
+        EXPECT_EQ(m.text + " / " + m.title, "Disk write-protected / Disk Error");
+    EXPECT_EQ(prompter.endCalls, 4);
+    EXPECT_EQ(dir.read("FBTEAMS.DAT"), teams);
+    EXPECT_EQ(dir.read("BXFB.INI"), legacyConfig);
+    EXPECT_FALSE(dir.exists("FBGS1.DAT"));
+}
+
+// A process killed while it replaces a file leaves the old file or the new one, never a mixture,
+// a shortened file or no file.
+TEST(CrashSafety, FileReplacementSurvivesAKillAtAnyMoment) {
+    TempDir dir;
+    const std::string path = dir.file("FBPS1.DAT");
+    const std::vector<Bytes> small(300, pattern(110)), large(500, Bytes(110, 2));
+    const Bytes smallFile = join(small), largeFile = join(large);
+
+    // Kills must land anywhere from before the first write to after the rename, so the delays
+    // span the time two replacements take on this disk.
+    RecordFile file;
+    ASSERT_TRUE(file.open(path, 110));
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(file.replaceAll(large));
+    ASSERT_TRUE(file.replaceAll(small));
+    const long long maxDelayUs = std::clamp<long long>(
+        (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1), 3000, 40000);
+
+    std::mt19937 rng(20030305);
+    bool holdsLarge = false;
+    int flips = 0;
+    for (int i = 0; i < 200; ++i) {
+        const pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
+                (void)file.replaceAll(toLarge ? large : small);
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(rng() % (maxDelayUs + 1)));
+        ::kill(pid, SIGKILL);
+        int status = 0;
+        ASSERT_EQ(::waitpid(pid, &status, 0), pid);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself";
+
+        const Bytes now = dir.read("FBPS1.DAT");  // empty when there is no file
+        ASSERT_TRUE(now == smallFile || now == largeFile)
+            << "kill " << i << " left a file of " << now.size() << " bytes that is neither";
+        flips += (now == largeFile) != holdsLarge;
+        holdsLarge = now == largeFile;
+    }
+    // Without finished replacements the kills would all have hit the first write.
+    EXPECT_GT(flips, 0);
 }

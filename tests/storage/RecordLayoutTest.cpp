@@ -1,5 +1,5 @@
 #include "storage/ByteHelpers.h"
-#include "storage/Cp1252.h"
+#include "storage/ConfigRecord.h"
 #include "storage/Records.h"
 
 #include <gtest/gtest.h>
@@ -7,165 +7,102 @@
 using namespace scorvane;
 using namespace scorvane::testing;
 
-TEST(TeamRecordLayout, NamesSitAtTheirOffsetsCutToWidth) {
-    TeamRecord t{"Riverside Ravens Football Club", "Ravens", "AB"};
-    Bytes expected = blank(40);
-    setText(expected, 0, "Riverside Ravens Football");  // 25 characters, " Club" dropped
-    setText(expected, 25, "Ravens");
-    setText(expected, 35, "AB");
-    EXPECT_EQ(t.encode(), expected);
+namespace {
 
-    const TeamRecord back = TeamRecord::decode(expected);
-    EXPECT_EQ(back.teamName, "Riverside Ravens Football");
-    EXPECT_EQ(back.shortName, "Ravens    ");
-    EXPECT_EQ(back.teamTag, "AB   ");
+// The record encodes to the hand-built image, and the image reads back as a record that writes
+// the same image again.
+template <class R> void expectImage(const R& record, const Bytes& image) {
+    EXPECT_EQ(record.encode(), image);
+    EXPECT_EQ(R::decode(image).encode(), image);
 }
 
-TEST(TeamRecordLayout, AccentedNameSurvivesAsWindows1252) {
-    TeamRecord t{utf8ToCp1252("Rémy Élan"), "", ""};
-    const Bytes rec = t.encode();
-    EXPECT_EQ(rec[1], 0xE9);
-    EXPECT_EQ(rec[5], 0xC9);
-    EXPECT_EQ(rec[9], ' ');
-    EXPECT_EQ(cp1252ToUtf8(trimRight(TeamRecord::decode(rec).teamName)), "Rémy Élan");
+} // namespace
+
+TEST(RecordLayout, TeamRosterAndPlayerInfo) {
+    const Bytes team =  // " Club" is cut off at 25 characters
+        image(blank(40), {{0, "Riverside Ravens Football"}, {25, "Ravens"}, {35, "AB"}});
+    expectImage(TeamRecord{"Riverside Ravens Football Club", "Ravens", "AB"}, team);
+    EXPECT_EQ(TeamRecord::decode(team).shortName, "Ravens    ");  // read back at full width
+
+    expectImage(RosterRecord{258, "\xC9mile Dubois-Laurentin"},
+                image(blank(201), {{0, {0x02, 0x01}}, {2, "\xC9mile Dubois-Laur"}}));
+
+    expectImage(PlayerInfoRecord{12, "555-0100", "12 Elm St", "Apt 4", "Springfield", "IL",
+                                 "62704-1234", "Left-footed kicker"},
+                image(blank(500), {{0, {12, 0}}, {2, "555-0100"}, {22, "12 Elm St"}, {62, "Apt 4"},
+                                   {102, "Springfield"}, {142, "IL"}, {167, "62704-1234"},
+                                   {197, "Left-footed kicker"}}));
 }
 
-TEST(RosterRecordLayout, NumberNameAndCarriedExtra) {
-    RosterRecord r;
-    r.playerNumber = 258;
-    r.playerName = "\xC9mile Dubois-Laurentin";
-    Bytes expected = blank(201);
-    setBytes(expected, 0, {0x02, 0x01});
-    setText(expected, 2, "\xC9mile Dubois-Laur");
-    EXPECT_EQ(r.encode(), expected);
-
-    // Whatever an older program left in the extra area is written back unchanged.
-    setText(expected, 19, "X");
-    setText(expected, 200, "Y");
-    const RosterRecord back = RosterRecord::decode(expected);
-    EXPECT_EQ(back.playerNumber, 258);
-    EXPECT_EQ(back.encode(), expected);
+TEST(RecordLayout, GameWithScoresAndPointSums) {
+    const GameRecord g{.gameNumber = 7, .gameDate = "101202", .gameLocation = "Memorial Field",
+                       .opponent = "Tigers", .opponentScore = {0, 7, 0, 7, 0},
+                       .teamScore = {300, 0, 14, -2, 3}, .gameComment = "Rain all night",
+                       .gameType = '3', .homeFlag = '1', .specialSelect = '2', .overtimeFlag = -1};
+    expectImage(g, image(blank(200), {{0, {7, 0}}, {2, "A101202Memorial Field"}, {29, "Tigers"},
+                                      {54, {0, 0, 7, 0, 0, 0, 7, 0, 0, 0}},
+                                      {64, {0x2C, 0x01, 0, 0, 14, 0, 0xFE, 0xFF, 3, 0}},
+                                      {74, "Rain all night"}, {132, {'3', '1', '2', 0xFF, 0xFF}}}));
+    const PointSums sums = g.pointSums().value_or(PointSums{});
+    EXPECT_EQ(sums.team, 315);
+    EXPECT_EQ(sums.opponent, 14);
 }
 
-TEST(PlayerInfoRecordLayout, FieldsAtOffsetsAndReservedAreasWrittenBlank) {
-    Bytes expected = blank(500);
-    setBytes(expected, 0, {12, 0});
-    setText(expected, 2, "555-0100");
-    setText(expected, 22, "12 Elm Street");
-    setText(expected, 62, "Apt 4");
-    setText(expected, 102, "Springfield");
-    setText(expected, 142, "IL");
-    setText(expected, 167, "62704-1234");
-    setText(expected, 197, "Left-footed kicker");
+TEST(RecordLayout, StatisticsInBothLayoutsAfterTheHeader) {
+    StatRecord values{.header = {7, 12, 'P', 'A', '3', '2'}, .values = {10, 1000}};
+    values.values[29] = -1;
+    // The thirty values are numbers, the tail after them text.
+    expectImage(values, image(blank(110), {{0, {7, 0, 12, 0, 'P', 'A', '3', '2'}},
+                                           {8, Bytes(60, 0)}, {8, {10, 0, 0xE8, 0x03}},
+                                           {66, {0xFF, 0xFF}}}));
 
-    Bytes stored = expected;
-    for (std::size_t off : {122, 141, 147, 166, 177, 196, 267, 499})
-        stored[off] = 'Z';
-    const PlayerInfoRecord p = PlayerInfoRecord::decode(stored);
-    EXPECT_EQ(p.city, "Springfield         ");
-    EXPECT_EQ(p.state, "IL   ");
-    EXPECT_EQ(p.zip, "62704-1234");
-    EXPECT_EQ(p.encode(), expected);
+    StatListRecord list{.header = {3, 45, 'K', 'A', '1', '1'}, .summary = {5, 0, 0, 0, 513}};
+    list.entries[0] = {'F', 42, 1};
+    list.entries[1] = {'X', 0, 2};
+    list.entries[17] = {'P', -5, 256};
+    // The eighteen type letters come first, then the yards and marks of each entry.
+    expectImage(list, image(blank(110), {{36, Bytes(72, 0)},
+                                         {0, {3, 0, 45, 0, 'K', 'A', '1', '1', 5, 0, 0, 0, 0, 0}},
+                                         {14, {0, 0, 1, 2, 'F', 'X'}},
+                                         {35, {'P', 42, 0, 1, 0, 0, 0, 2, 0}},
+                                         {104, {0xFB, 0xFF, 0, 1}}}));
 }
 
-TEST(GameRecordLayout, EveryFieldAtItsOffset) {
-    GameRecord g;
-    g.gameNumber = 7;
-    g.gameStatus = 'A';
-    g.gameDate = "101202";
-    g.gameLocation = "Memorial Field";
-    g.opponent = "Tigers";
-    g.opponentScore = {0, 7, 0, 7, 0};
-    g.teamScore = {300, 0, 14, -2, 3};
-    g.gameComment = "Rain all night";
-    g.gameType = '3';
-    g.homeFlag = '1';
-    g.specialSelect = '2';
-    g.overtimeFlag = -1;
-
-    Bytes expected = blank(200);
-    setBytes(expected, 0, {7, 0});
-    setText(expected, 2, "A101202Memorial Field");
-    setText(expected, 29, "Tigers");
-    setBytes(expected, 54, {0, 0, 7, 0, 0, 0, 7, 0, 0, 0});
-    setBytes(expected, 64, {0x2C, 0x01, 0, 0, 14, 0, 0xFE, 0xFF, 3, 0});
-    setText(expected, 74, "Rain all night");
-    setText(expected, 132, "312");
-    setBytes(expected, 135, {0xFF, 0xFF});
-    EXPECT_EQ(g.encode(), expected);
-
-    const GameRecord back = GameRecord::decode(expected);
-    EXPECT_EQ(back.opponentScore, g.opponentScore);
-    EXPECT_EQ(back.teamScore, g.teamScore);
-    EXPECT_EQ(back.overtimeFlag, -1);
-    EXPECT_EQ(back.gameTypeNumber(), 3);
-    ASSERT_TRUE(back.pointSums());
-    EXPECT_EQ(back.pointSums()->team, 315);
-    EXPECT_EQ(back.pointSums()->opponent, 14);
-}
-
-TEST(StatRecordLayout, CategoryValuesAfterTheHeader) {
-    StatRecord r;
-    r.header = {7, 12, 'P', 'A', '3', '2'};
-    r.values[0] = 10;
-    r.values[1] = 1000;
-    r.values[29] = -1;
-    Bytes expected = blank(110);
-    setBytes(expected, 0, {7, 0, 12, 0, 'P', 'A', '3', '2'});
-    for (std::size_t off = 8; off < 68; ++off)
-        expected[off] = 0;
-    setBytes(expected, 8, {10, 0, 0xE8, 0x03});
-    setBytes(expected, 66, {0xFF, 0xFF});
-    EXPECT_EQ(r.encode(), expected);
-
-    const StatRecord back = StatRecord::decode(expected);
-    EXPECT_EQ(back.header.playerNumber, 12);
-    EXPECT_EQ(back.header.statSpecialSelect, '2');
-    EXPECT_EQ(back.values, r.values);
-}
-
-TEST(StatRecordLayout, ListEntriesInterleaveTypeLettersAndWords) {
-    StatListRecord r;
-    r.header = {3, 45, 'K', 'A', '1', '1'};
-    r.summary = {5, 0, 0, 0, 513};
-    r.entries[0] = {'F', 42, 1};
-    r.entries[1] = {'X', 0, 2};
-    r.entries[17] = {'P', -5, 256};
-    Bytes expected = blank(110);
-    setBytes(expected, 0, {3, 0, 45, 0, 'K', 'A', '1', '1'});
-    setBytes(expected, 8, {5, 0, 0, 0, 0, 0, 0, 0, 1, 2});
-    setText(expected, 18, "FX");
-    setText(expected, 35, "P");
-    for (std::size_t off = 36; off < 108; ++off)
-        expected[off] = 0;
-    setBytes(expected, 36, {42, 0, 1, 0, 0, 0, 2, 0});
-    setBytes(expected, 104, {0xFB, 0xFF, 0, 1});
-    EXPECT_EQ(r.encode(), expected);
-
-    const StatListRecord back = StatListRecord::decode(expected);
-    EXPECT_EQ(back.entries, r.entries);
-    EXPECT_EQ(back.summary, r.summary);
-}
-
-TEST(ReportFormatLayout, HeaderAndSeventyOneColumnCodes) {
-    ReportFormatRecord f;
-    f.category = 'R';
-    f.deletionMark = '*';
-    f.reportName = "Rushing leaders";
-    f.sortColumn = 3;
-    f.sortDirection = 'A';
-    f.columns[1] = 1;
-    f.columns[2] = 300;
+TEST(RecordLayout, ReportFormatWithSeventyOneColumnCodes) {
+    ReportFormatRecord f{.category = 'R', .deletionMark = '*', .reportName = "Rushing leaders",
+                         .sortColumn = 3, .sortDirection = 'A', .columns = {0, 1, 300}};
     f.columns[70] = 31;
-    Bytes expected(167, 0);
-    setText(expected, 0, "R*Rushing leaders     ");
-    setBytes(expected, 22, {3, 0, 'A'});
-    setBytes(expected, 27, {1, 0, 0x2C, 0x01});
-    setBytes(expected, 165, {31, 0});
-    EXPECT_EQ(f.encode(), expected);
+    expectImage(f, image(Bytes(167, 0), {{0, "R*Rushing leaders     "},
+                                         {22, {3, 0, 'A', 0, 0, 1, 0, 0x2C, 0x01}},
+                                         {165, {31, 0}}}));
+}
 
-    const ReportFormatRecord back = ReportFormatRecord::decode(expected);
-    EXPECT_EQ(back.deletionMark, '*');
-    EXPECT_EQ(back.sortColumn, 3);
-    EXPECT_EQ(back.columns, f.columns);
+TEST(RecordLayout, ConfigFieldsOfBothParts) {
+    // Each field read from a patterned image holds the bytes at its offset, and the record
+    // writes the whole image back: every byte belongs to exactly one field, so no field overlaps
+    // another or leaves a gap.
+    const Bytes raw = pattern(1018);
+    const ConfigRecord c = ConfigRecord::decode(raw);
+    auto text = [&](std::size_t off, std::size_t n) {
+        return std::string(raw.begin() + off, raw.begin() + off + n);
+    };
+    auto word = [&](std::size_t off) { return std::int16_t(raw[off] | raw[off + 1] << 8); };
+    auto sort = [&](std::size_t off) { return SortSetting{word(off), char(raw[off + 2])}; };
+    EXPECT_EQ(c.firstWord, word(0));
+    EXPECT_EQ(c.gameTypeNames[6], text(62, 10));
+    EXPECT_EQ(c.userColumns[0][0], text(72, 3));
+    EXPECT_EQ(c.columnLists[2][30], word(310));
+    EXPECT_EQ(c.sort[0], sort(312));
+    EXPECT_EQ(c.text8, text(321, 8));
+    EXPECT_EQ(c.dataDirectory, text(329, 145));
+    EXPECT_EQ(c.reportDirectory, text(474, 145));
+    EXPECT_EQ(c.optionWords[4], word(627));
+    EXPECT_EQ(c.text7, text(629, 7));
+    EXPECT_EQ(c.optionWord636, word(636));
+    EXPECT_EQ(c.text31, text(638, 31));
+    EXPECT_EQ(c.userColumns[3][0], text(669, 3));
+    EXPECT_EQ(c.columnLists[3][0], word(723));
+    EXPECT_EQ(c.columnLists[5][30], word(907));
+    EXPECT_EQ(c.text100, text(918, 100));
+    EXPECT_EQ(c.encode(), raw);
 }
