@@ -217,7 +217,11 @@ QWidget* MainWindow::buildStartPage() {
     layout->addLayout(top);
     layout->addSpacing(26);
     layout->addWidget(card);
-    layout->addStretch(1);
+    // Where the team selection goes; until it comes, the space stays empty.
+    panelSlot_ = new QVBoxLayout;
+    panelSlot_->setContentsMargins(0, 0, 0, 0);
+    panelSlot_->addStretch(1);
+    layout->addLayout(panelSlot_, 1);
     layout->addLayout(bottom);
     return page;
 }
@@ -252,6 +256,18 @@ void MainWindow::setDataDirectory(const std::string& dataDirectory) {
     setWindowTitle(fromUtf8(mainCaption(dataDirectory)));
     dataDirectoryLabel_->setText(shownDirectory(dataDirectory));
     hintLabel_->setText(startHint(dataDirectory, session_.startupMark));
+}
+
+void MainWindow::setTeamPanel(QWidget* panel) {
+    while (QLayoutItem* item = panelSlot_->takeAt(0)) {
+        if (QWidget* w = item->widget())
+            w->deleteLater();
+        delete item;
+    }
+    panelSlot_->addSpacing(14);
+    panelSlot_->addWidget(panel, 1);
+    panelSlot_->addSpacing(14);
+    resize(width(), qMax(height(), 640));
 }
 
 QAction* MainWindow::action(const QString& name) const {

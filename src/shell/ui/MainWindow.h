@@ -18,6 +18,7 @@ class QCloseEvent;
 class QIcon;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 
 namespace scorvane {
 
@@ -50,6 +51,10 @@ public:
     // follows the session's start-up mark. Changing the session's paths, its mark and the
     // configuration is the caller's business.
     void setDataDirectory(const std::string& dataDirectory);
+
+    // Puts the team selection (the resting screen) on the start page, below the data directory.
+    // The window takes the panel over.
+    void setTeamPanel(QWidget* panel);
 
     ShellState& shellState() { return state_; }
     const ShellState& shellState() const { return state_; }
@@ -86,6 +91,7 @@ private:
     QHash<QString, QAction*> actions_;
     QLabel* dataDirectoryLabel_ = nullptr;
     QLabel* hintLabel_ = nullptr;
+    QVBoxLayout* panelSlot_ = nullptr;
     QPushButton* exitButton_ = nullptr;
     QPointer<HelpWindow> help_;
 };

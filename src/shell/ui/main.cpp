@@ -1,11 +1,13 @@
 // Scorvane for Football: reads the configuration beside the program, then opens the main window.
 
+#include "Application.h"
 #include "MainWindow.h"
 #include "QtPrompter.h"
 #include "TextCodec.h"
 #include "shell/Startup.h"
 
 #include <QApplication>
+#include <QTimer>
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
@@ -26,16 +28,13 @@ int main(int argc, char* argv[]) {
     if (outcome == scorvane::StartupOutcome::Ended)
         return 1; // the message was shown; the prompter normally ends the program itself
 
-    scorvane::MainWindow window(session, prompter);
-    prompter.setParentWidget(&window);
-    window.show();
+    scorvane::Application program(std::move(session), prompter);
+    prompter.setParentWidget(&program.window());
+    program.window().show();
 
-    if (outcome == scorvane::StartupOutcome::NeedDataDirectory) {
-        // Hook for the data directory screen: once it exists, open it here (modal, over the main
-        // window) so the user picks a folder holding a team list before doing anything else.
-        // Until then the main window comes up with the directory it has, and File > Data
-        // Directory stays disabled because no screen is registered for it.
-    }
+    // Without a usable data directory the user chooses one before anything else, over the window.
+    if (outcome == scorvane::StartupOutcome::NeedDataDirectory)
+        QTimer::singleShot(0, &program.window(), [&program] { program.openDataDirectory(); });
 
     return app.exec();
 }

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "games/Roster.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace scorvane {
+
+class DataFiles;
+class Prompter;
+
+// A team's roster: the 99 numbers on the left, the selected number's name and contact details on
+// the right.
+//
+// A box's text is taken over when the box loses the focus, and also before another number is
+// selected, before Delete and before the screen closes, so nothing typed is lost. Enter in a box
+// moves on to the next one instead of closing the screen. Close and the window's close box both
+// save the roster and the player information.
+class RosterDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    // Loads the team's roster into `roster` (shared with the other screens) and selects number 1.
+    RosterDialog(DataFiles& files, Roster& roster, Prompter& prompter, int teamNumber,
+                 const QString& teamName, QWidget* parent = nullptr);
+    ~RosterDialog() override;
+
+    // Every way of leaving the screen (Close, the close box, Escape) ends here and saves.
+    void reject() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    enum Box { Name, Phone, Address1, Address2, City, State, Zip, Other, BoxCount };
+
+    QLineEdit* makeBox(const char* name, int maxLength);
+    int boxIndex(QObject* object) const;
+    void commit(int box);
+    void commitFocused();
+    void showSelected();
+    void rewriteLine(int playerNumber);
+    void selectRow(int row);
+    void moveFocusFrom(int box);
+    void deletePlayer();
+    void finish();
+
+    DataFiles& files_;
+    Roster& roster_;
+    Prompter& prompter_;
+    RosterEditor editor_;
+    QListWidget* list_ = nullptr;
+    std::array<QLineEdit*, BoxCount> boxes_{};
+    QPushButton* close_ = nullptr;
+    bool finished_ = false;
+};
+
+} // namespace scorvane

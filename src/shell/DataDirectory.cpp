@@ -1,0 +1,55 @@
+#include "DataDirectory.h"
+
+#include "shell/TeamSelection.h"
+#include "storage/ConfigFile.h"
+#include "storage/Cp1252.h"
+#include "storage/DiskError.h"
+#include "storage/RecordFile.h"
+
+namespace scorvane {
+
+Message directoryTooLongMessage() {
+    return {"The folder name is too long.  Choose a folder whose full name has at most 145 "
+            "characters.",
+            "Data Directory", Buttons::Ok, Icon::Warning, Answer::Ok};
+}
+
+Status useDataDirectory(Session& session, DataFiles& files, Prompter& prompter,
+                        const std::string& directory) {
+    const std::string dir = normalizeDirectory(directory);
+    const std::string stored = utf8ToCp1252(dir);
+    if (dir.empty() || stored.size() > ConfigRecord::DirectoryWidth) {
+        prompter.ask(directoryTooLongMessage());
+        return Status::error(ErrorKind::BadLength, directoryTooLongMessage().text);
+    }
+    if (Status s = withDiskErrors(prompter, [&] { return createDirectories(dir); }); !s)
+        return s;
+
+    DataPaths paths = session.paths;
+    const bool reportFollows =
+        paths.reportDirectory.empty() || paths.reportDirectory == paths.dataDirectory;
+    paths.dataDirectory = dir;
+    if (reportFollows)
+        paths.reportDirectory = dir;
+    files.setPaths(paths);
+    // Until the configuration is saved the program keeps working in the old directory.
+    if (Status s = TeamSelection::createTeamList(files); !s) {
+        files.setPaths(session.paths);
+        return s;
+    }
+
+    ConfigRecord config = session.config;
+    config.dataDirectory = fit(stored, ConfigRecord::DirectoryWidth);
+    if (reportFollows)
+        config.reportDirectory = config.dataDirectory;
+    if (Status s = saveConfiguration(prompter, session.configPath, config); !s) {
+        files.setPaths(session.paths);
+        return s;
+    }
+    session.config = config;
+    session.paths = paths;
+    session.startupMark = ' ';
+    return Status::ok();
+}
+
+} // namespace scorvane

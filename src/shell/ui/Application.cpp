@@ -1,0 +1,72 @@
+#include "Application.h"
+
+#include "DataDirectoryDialog.h"
+#include "MainWindow.h"
+#include "TeamNameDialog.h"
+#include "TeamSelectPanel.h"
+#include "TextCodec.h"
+#include "games/ui/NameYourOwnDialog.h"
+#include "games/ui/RosterDialog.h"
+
+namespace scorvane {
+
+Application::Application(Session session, Prompter& prompter)
+    : session_(std::move(session)), prompter_(prompter), files_(session_.paths, prompter) {
+    window_ = std::make_unique<MainWindow>(session_, prompter_);
+    panel_ = new TeamSelectPanel(teams_);
+    window_->setTeamPanel(panel_);
+    QObject::connect(panel_, &TeamSelectPanel::countChanged, window_.get(),
+                     &MainWindow::setSelectedTeamCount);
+    QObject::connect(panel_, &TeamSelectPanel::teamActivated, window_.get(),
+                     [this] { openTeamName(); });
+
+    window_->registerScreen(Screen::DataDirectory, [this] { openDataDirectory(); });
+    window_->registerScreen(Screen::TeamName, [this] { openTeamName(); });
+    window_->registerScreen(Screen::Roster, [this] { openRoster(); });
+    window_->registerScreen(Screen::NameYourOwn, [this] { openNameYourOwn(); });
+
+    // A folder without a team list is not read (reading would leave an empty list behind); the
+    // user chooses a data directory first.
+    if (hasDataDirectory())
+        teams_.load(files_);
+    refreshTeams();
+}
+
+Application::~Application() = default;
+
+bool Application::hasDataDirectory() const {
+    return session_.startupMark != 'E';
+}
+
+void Application::refreshTeams() {
+    panel_->refresh();
+    panel_->setEnabled(hasDataDirectory());
+}
+
+void Application::openDataDirectory() {
+    DataDirectoryDialog dialog(session_, files_, prompter_, teams_, *window_);
+    dialog.exec();
+    refreshTeams();
+}
+
+void Application::openTeamName() {
+    TeamNameDialog dialog(teams_, files_, teams_.currentTeam(), window_.get());
+    dialog.exec();
+    refreshTeams();
+}
+
+void Application::openRoster() {
+    const int team = teams_.currentTeam();
+    RosterDialog dialog(files_, roster_, prompter_, team, fromFileText(teams_.teamName(team)),
+                        window_.get());
+    dialog.exec();
+    refreshTeams();
+}
+
+void Application::openNameYourOwn() {
+    NameYourOwnDialog dialog(session_, prompter_, window_.get());
+    dialog.exec();
+    refreshTeams();
+}
+
+} // namespace scorvane

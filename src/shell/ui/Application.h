@@ -1,0 +1,52 @@
+#pragma once
+
+#include "games/Roster.h"
+#include "shell/Startup.h"
+#include "shell/TeamSelection.h"
+#include "storage/DataFiles.h"
+
+#include <memory>
+
+namespace scorvane {
+
+class MainWindow;
+class Prompter;
+class TeamSelectPanel;
+
+// What the running program shares: the session from start-up, the data files, the marked teams,
+// the current team's roster and the main window with the team selection on it. The screens of
+// the menu commands are opened from here, modal over the main window, and the team selection is
+// brought up to date whenever one of them closes.
+class Application {
+public:
+    Application(Session session, Prompter& prompter);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    MainWindow& window() { return *window_; }
+    TeamSelectPanel& panel() { return *panel_; }
+    Session& session() { return session_; }
+    DataFiles& files() { return files_; }
+    TeamSelection& teams() { return teams_; }
+    Roster& roster() { return roster_; }
+
+    void openDataDirectory();
+    void openTeamName();
+    void openRoster();
+    void openNameYourOwn();
+
+private:
+    bool hasDataDirectory() const;
+    void refreshTeams();
+
+    Session session_;
+    Prompter& prompter_;
+    DataFiles files_;
+    TeamSelection teams_;
+    Roster roster_;
+    std::unique_ptr<MainWindow> window_;
+    TeamSelectPanel* panel_ = nullptr;
+};
+
+} // namespace scorvane

@@ -1,0 +1,84 @@
+#include "TeamNameDialog.h"
+
+#include "SelectOnFocus.h"
+#include "TextCodec.h"
+#include "shell/TeamSelection.h"
+#include "storage/Bytes.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace scorvane {
+
+TeamNameDialog::TeamNameDialog(TeamSelection& teams, DataFiles& files, int teamNumber,
+                               QWidget* parent)
+    : QDialog(parent), teams_(teams), files_(files), team_(teamNumber) {
+    setObjectName(QStringLiteral("frmTeamName"));
+    setWindowTitle(QStringLiteral("Team Name"));
+    setModal(true);
+
+    const TeamRecord& record = teams_.team(team_);
+    longName_ = new QLineEdit(fromFileText(trimRight(record.teamName)), this);
+    longName_->setObjectName(QStringLiteral("txtTeamName"));
+    longName_->setMaxLength(25);
+    shortName_ = new QLineEdit(fromFileText(trimRight(record.shortName)), this);
+    shortName_->setObjectName(QStringLiteral("TxtShortTeamName"));
+    shortName_->setMaxLength(10);
+    for (QLineEdit* box : {longName_, shortName_})
+        selectAllOnFocus(box);
+    // Each box about as wide as the characters it holds.
+    const int charWidth = fontMetrics().averageCharWidth();
+    longName_->setMinimumWidth(charWidth * 30);
+    shortName_->setMaximumWidth(charWidth * 14);
+
+    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    ok->setObjectName(QStringLiteral("cmdOK"));
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    auto* defaults = new QPushButton(QStringLiteral("&Default"), this);
+    defaults->setObjectName(QStringLiteral("cmdDefault"));
+    defaults->setAutoDefault(false);
+    cancel->setAutoDefault(false);
+
+    connect(ok, &QPushButton::clicked, this, &TeamNameDialog::store);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(defaults, &QPushButton::clicked, this, [this] {
+        longName_->clear();
+        shortName_->clear();
+        store();
+    });
+
+    auto* form = new QFormLayout;
+    form->addRow(QStringLiteral("Long Name:"), longName_);
+    form->addRow(QStringLiteral("Short Name:"), shortName_);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    buttons->addWidget(defaults);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addSpacing(8);
+    layout->addLayout(buttons);
+    setTabOrder(longName_, shortName_);
+    setTabOrder(shortName_, ok);
+    setTabOrder(ok, cancel);
+    setTabOrder(cancel, defaults);
+    longName_->setFocus();
+}
+
+void TeamNameDialog::store() {
+    // A disk error was shown by the storage layer; the dialog stays so the user can try again
+    // or cancel.
+    if (teams_.storeNames(files_, team_, toFileText(longName_->text()),
+                          toFileText(shortName_->text())))
+        accept();
+}
+
+} // namespace scorvane

@@ -1,0 +1,116 @@
+#include "TeamSelectPanel.h"
+
+#include "TextCodec.h"
+#include "shell/TeamSelection.h"
+
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QListWidget>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace scorvane {
+namespace {
+
+const char* kPanelStyle = R"(
+#frmSelectTeam {
+    background: rgba(255, 255, 255, 0.78);
+    border: 1px solid #cdd9cc;
+    border-radius: 8px;
+}
+#lblSelectTeamCaption { color: #6a7b6f; }
+#lblTeamsSelected { color: #55665a; }
+#lblNumberOfTeams { color: #1d3a28; }
+)";
+
+} // namespace
+
+TeamSelectPanel::TeamSelectPanel(TeamSelection& teams, QWidget* parent)
+    : QFrame(parent), teams_(teams) {
+    setObjectName(QStringLiteral("frmSelectTeam"));
+    setStyleSheet(QString::fromLatin1(kPanelStyle));
+
+    // One caption over both halves of the screen: the list on the left, the menu bar above.
+    auto* caption = new QLabel(QStringLiteral("Select Team(s)          Choose Menu Option"), this);
+    caption->setObjectName(QStringLiteral("lblSelectTeamCaption"));
+    caption->setTextFormat(Qt::PlainText);
+    QFont captionFont = caption->font();
+    captionFont.setBold(true);
+    caption->setFont(captionFont);
+
+    auto* selectedLabel = new QLabel(QStringLiteral("Teams Selected:"), this);
+    selectedLabel->setObjectName(QStringLiteral("lblTeamsSelected"));
+    count_ = new QLabel(QStringLiteral("0"), this);
+    count_->setObjectName(QStringLiteral("lblNumberOfTeams"));
+    QFont countFont = count_->font();
+    countFont.setBold(true);
+    count_->setFont(countFont);
+
+    list_ = new QListWidget(this);
+    list_->setObjectName(QStringLiteral("lstSelectTeam"));
+    list_->setSelectionMode(QAbstractItemView::MultiSelection);
+    list_->setUniformItemSizes(true);
+    list_->setAlternatingRowColors(true);
+
+    connect(list_, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!filling_)
+            selectionChanged();
+    });
+    // A double-click toggles the line once on its way; the line always ends up marked.
+    // A double-click toggles the line once on its way; the line always ends up marked and
+    // current, and its team's names come up.
+    connect(list_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
+        list_->setCurrentItem(item, QItemSelectionModel::Select);
+        selectionChanged();
+        emit teamActivated(teams_.currentTeam());
+    });
+
+    auto* countRow = new QHBoxLayout;
+    countRow->setSpacing(6);
+    countRow->addWidget(selectedLabel);
+    countRow->addWidget(count_);
+    countRow->addStretch(1);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(18, 12, 18, 14);
+    layout->setSpacing(6);
+    layout->addWidget(caption);
+    layout->addLayout(countRow);
+    layout->addWidget(list_, 1);
+}
+
+void TeamSelectPanel::refresh() {
+    filling_ = true;
+    const std::vector<std::string> lines = teams_.lines();
+    if (list_->count() != static_cast<int>(lines.size())) {
+        list_->clear();
+        for (const std::string& line : lines)
+            list_->addItem(fromFileText(line));
+    } else {
+        for (int i = 0; i < list_->count(); ++i)
+            list_->item(i)->setText(fromFileText(lines[static_cast<std::size_t>(i)]));
+    }
+    const std::vector<bool> selected = teams_.open();
+    list_->setCurrentRow(teams_.currentTeam() - 1, QItemSelectionModel::NoUpdate);
+    for (int i = 0; i < list_->count() && i < static_cast<int>(selected.size()); ++i)
+        list_->item(i)->setSelected(selected[static_cast<std::size_t>(i)]);
+    filling_ = false;
+    showCount();
+}
+
+void TeamSelectPanel::selectionChanged() {
+    std::vector<bool> selected(static_cast<std::size_t>(list_->count()));
+    for (int i = 0; i < list_->count(); ++i)
+        selected[static_cast<std::size_t>(i)] = list_->item(i)->isSelected();
+    teams_.click(selected, list_->currentRow());
+    showCount();
+}
+
+void TeamSelectPanel::showCount() {
+    const int count = teams_.count();
+    count_->setText(QString::number(count));
+    emit countChanged(count);
+}
+
+} // namespace scorvane

@@ -1,0 +1,110 @@
+#include "shell/DataDirectory.h"
+#include "shell/TeamSelection.h"
+#include "storage/ConfigFile.h"
+#include "support/FakePrompter.h"
+#include "support/RecordBytes.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+using namespace scorvane;
+using scorvane::testing::FakePrompter;
+using scorvane::testing::textAt;
+using scorvane::testing::TempDir;
+
+namespace {
+
+struct TeamFixture : ::testing::Test {
+    TempDir dir;
+    FakePrompter prompter;
+    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+};
+
+} // namespace
+
+TEST(TeamNames, EmptyAndOverlongNamesFollowTheNamingRules) {
+    auto both = teamNamesFor(3, "  ", "");
+    EXPECT_EQ(both.longName, fit("Team 3", 25));
+    EXPECT_EQ(both.shortName, fit("Team 3", 10));
+
+    const std::string thirty = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
+    auto longOnly = teamNamesFor(12, thirty, "");
+    EXPECT_EQ(longOnly.longName, thirty.substr(0, 25));
+    EXPECT_EQ(longOnly.shortName, thirty.substr(0, 10));
+
+    auto shortOnly = teamNamesFor(7, "", "  Cats ");
+    EXPECT_EQ(shortOnly.longName, fit("Team 7", 25));
+    EXPECT_EQ(shortOnly.shortName, fit("Cats", 10));
+
+    auto team100 = teamNamesFor(100, "", "");
+    EXPECT_EQ(team100.shortName, "Team 100  ");
+}
+
+TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
+    ASSERT_TRUE(TeamSelection::createTeamList(files));
+    EXPECT_EQ(dir.read("FBTEAMS.DAT"), Bytes(4000, ' '));
+
+    TeamSelection teams;
+    ASSERT_TRUE(teams.load(files));
+    // "Montréal" as the files keep it: é is one byte, 0xE9.
+    ASSERT_TRUE(teams.storeNames(files, 3, "Montr\xE9" "al Rams", ""));
+    const Bytes bytes = dir.read("FBTEAMS.DAT");
+    ASSERT_EQ(bytes.size(), 4000u);
+    EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\xE9" "al Rams", 25) + "Montr\xE9" "al R" + "     ");
+    EXPECT_EQ(textAt(bytes, 40, 40), std::string(40, ' '));
+    EXPECT_EQ(textAt(bytes, 120, 3880), std::string(3880, ' '));
+
+    TeamSelection again;
+    ASSERT_TRUE(again.load(files));
+    EXPECT_EQ(again.lines()[2], "Montr\xE9" "al Rams");
+    EXPECT_EQ(again.lines()[0], "");
+    EXPECT_EQ(again.lines().size(), 100u);
+}
+
+TEST_F(TeamFixture, AShortTeamListIsCompletedBeforeATeamPastItsEndIsNamed) {
+    dir.write("FBTEAMS.DAT", TeamRecord{"One", "One", ""}.encode());
+    TeamSelection teams;
+    ASSERT_TRUE(teams.load(files));
+    ASSERT_TRUE(teams.storeNames(files, 50, "Fifty", "50"));
+    const Bytes bytes = dir.read("FBTEAMS.DAT");
+    ASSERT_EQ(bytes.size(), 4000u);
+    EXPECT_EQ(textAt(bytes, 0, 3), "One");
+    EXPECT_EQ(textAt(bytes, 49 * 40, 5), "Fifty");
+}
+
+TEST(TeamSelectionMarks, ClicksCountMarksAndTheResetMarkClearsThem) {
+    TeamSelection teams;
+    EXPECT_EQ(teams.count(), 0);
+    std::vector<bool> lines(100, false);
+    lines[1] = lines[4] = true;
+    teams.click(lines, 4);
+    EXPECT_EQ(teams.count(), 2);
+    EXPECT_EQ(teams.currentTeam(), 5);
+    EXPECT_EQ(teams.markedTeams(), (std::vector<int>{2, 5}));
+
+    // Clicking an unmarked line keeps a current team among the marked ones.
+    lines[4] = false;
+    teams.click(lines, 4);
+    EXPECT_EQ(teams.currentTeam(), 2);
+
+    // Reopening keeps the marks; after the reset mark nothing is selected.
+    EXPECT_TRUE(teams.open()[1]);
+    teams.setResetMark();
+    const auto reopened = teams.open();
+    EXPECT_EQ(std::count(reopened.begin(), reopened.end(), true), 0);
+    EXPECT_EQ(teams.count(), 0);
+    EXPECT_FALSE(teams.resetMark());
+}
+
+TEST_F(TeamFixture, ChoosingAFolderWithTeamsKeepsItsTeamList) {
+    Session session;
+    session.configPath = dir.file("BXFB.INI");
+    session.config = ConfigRecord::defaults();
+    dir.write("FBTEAMS.DAT", TeamRecord{"Kept", "Kept", ""}.encode());
+    ASSERT_TRUE(useDataDirectory(session, files, prompter, dir.path().string()));
+    EXPECT_EQ(dir.read("FBTEAMS.DAT").size(), 40u);
+    EXPECT_EQ(session.paths.dataDirectory, dir.dir());
+    const Bytes ini = dir.read("BXFB.INI");
+    ASSERT_EQ(ini.size(), 1018u);
+    EXPECT_EQ(textAt(ini, 329, 145), fit(dir.dir(), 145));
+}
