@@ -40,6 +40,7 @@ DataFiles::DataFiles(DataPaths paths, Prompter& prompter)
 void DataFiles::setPaths(DataPaths paths) {
     closeAll();
     paths_ = std::move(paths);
+    journalChecked_ = false;
 }
 
 void DataFiles::setTeam(int teamNumber) {
@@ -59,7 +60,17 @@ Status DataFiles::guarded(const std::function<Status()>& op) {
     return s;
 }
 
+Status DataFiles::finishInterruptedReplacement() {
+    if (journalChecked_ || paths_.dataDirectory.empty())
+        return Status::ok();
+    Status s = guarded([&] { return completePendingReplacement(journalPath()); });
+    journalChecked_ = s.isOk();
+    return s;
+}
+
 Status DataFiles::openFile(FileKind kind) {
+    if (Status s = finishInterruptedReplacement(); !s)
+        return s;
     Status s = guarded([&] { return slot(kind).open(fileName(kind), recordLength(kind)); });
     if (s && kind == FileKind::Roster)
         s = convertRoster();
@@ -190,6 +201,23 @@ Status DataFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
     if (s && kind == FileKind::GamesAlt)
         closeFile(FileKind::Games);
     return s;
+}
+
+Status DataFiles::replaceTogether(
+    const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files) {
+    std::vector<std::pair<std::string, Bytes>> contents;
+    for (const auto& [kind, records] : files) {
+        if (Status s = ensureOpen(kind); !s)  // also finishes an earlier interrupted change
+            return s;
+        contents.emplace_back(fileName(kind), RecordFile::joinRecords(records, recordLength(kind)));
+    }
+    for (const auto& entry : files) {
+        closeFile(entry.first);
+        if (entry.first == FileKind::Games)
+            closeFile(FileKind::GamesAlt);
+    }
+    // The files are opened again, on the new contents, when next used.
+    return guarded([&] { return replaceFilesTogether(contents, journalPath()); });
 }
 
 Status DataFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index) {

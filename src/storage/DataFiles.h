@@ -53,6 +53,12 @@ public:
     Status readAll(FileKind kind, std::vector<Bytes>& records);
     Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
 
+    // Replaces several files at once so that a crash at any moment leaves all of them as before
+    // or all of them as after: each new file is written beside its old one, a journal naming
+    // them is written, the new files are renamed over the old ones and the journal is removed.
+    // A journal left by a crash is completed the next time a file of the directory is opened.
+    Status replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files);
+
     template <class R> Status readAllAs(FileKind kind, std::vector<R>& out) {
         std::vector<Bytes> raw;
         Status s = readAll(kind, raw);
@@ -81,10 +87,13 @@ private:
     Status access(FileKind kind, char mode, int recordNumber, Bytes& bytes);
     template <class R> Status typed(FileKind kind, char mode, int recordNumber, R& record);
     Status convertRoster();
+    Status finishInterruptedReplacement();
+    std::string journalPath() const { return paths_.dataDirectory + "FBJOURNL.TMP"; }
 
     DataPaths paths_;
     Prompter& prompter_;
     int team_ = 1;
+    bool journalChecked_ = false;
     std::array<RecordFile, 10> slots_;
 };
 

@@ -1,5 +1,6 @@
 #include "RecordFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -64,6 +65,26 @@ std::string folderOf(const std::string& path) {
     if (slash == std::string::npos)
         return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+Status writeAndFlush(const std::string& path, const Bytes& contents) {
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (fd < 0)
+        return fromErrno();
+    Status s = writeAll(fd, contents.data(), contents.size(), 0);
+    if (s && ::fsync(fd) != 0)
+        s = fromErrno();
+    if (::close(fd) != 0 && s)
+        s = fromErrno();
+    return s;
+}
+
+void syncFolder(const std::string& path) {
+    const int dir = ::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
+    }
 }
 
 } // namespace
@@ -184,15 +205,19 @@ Status RecordFile::readAll(std::vector<Bytes>& records) const {
     return Status::ok();
 }
 
-Status RecordFile::replaceAll(const std::vector<Bytes>& records) {
+Bytes RecordFile::joinRecords(const std::vector<Bytes>& records, std::size_t recordLength) {
     Bytes all;
-    all.reserve(records.size() * recordLength_);
+    all.reserve(records.size() * recordLength);
     for (const auto& r : records) {
-        Bytes rec = r;
-        rec.resize(recordLength_, ' ');
-        all.insert(all.end(), rec.begin(), rec.end());
+        const std::size_t n = std::min(r.size(), recordLength);
+        all.insert(all.end(), r.begin(), r.begin() + static_cast<std::ptrdiff_t>(n));
+        all.insert(all.end(), recordLength - n, ' ');
     }
-    if (Status s = writeFileAtomically(path_, all); !s)
+    return all;
+}
+
+Status RecordFile::replaceAll(const std::vector<Bytes>& records) {
+    if (Status s = writeFileAtomically(path_, joinRecords(records, recordLength_)); !s)
         return s;
     // The old handle still points at the replaced file; open the new one.
     return open(path_, recordLength_);
@@ -224,26 +249,53 @@ Status readWholeFile(const std::string& path, Bytes& contents, bool& exists) {
 
 Status writeFileAtomically(const std::string& path, const Bytes& contents) {
     const std::string temp = path + ".tmp";
-    const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0)
-        return fromErrno();
-    Status s = writeAll(fd, contents.data(), contents.size(), 0);
-    if (s && ::fsync(fd) != 0)
-        s = fromErrno();
-    if (::close(fd) != 0 && s)
-        s = fromErrno();
+    Status s = writeAndFlush(temp, contents);
     if (s && ::rename(temp.c_str(), path.c_str()) != 0)
         s = fromErrno();
     if (!s) {
         ::unlink(temp.c_str());
         return s;
     }
-    // Make the rename itself durable.
-    const int dir = ::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
+    syncFolder(path);  // makes the rename itself durable
+    return Status::ok();
+}
+
+Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
+                            const std::string& journalPath) {
+    std::string journal;
+    for (const auto& [path, contents] : files) {
+        if (Status s = writeAndFlush(path + ".tmp", contents); !s) {
+            for (const auto& written : files)
+                ::unlink((written.first + ".tmp").c_str());
+            return s;
+        }
+        journal += path + "\n";
     }
+    if (Status s = writeFileAtomically(journalPath, Bytes(journal.begin(), journal.end())); !s)
+        return s;
+    return completePendingReplacement(journalPath);
+}
+
+Status completePendingReplacement(const std::string& journalPath) {
+    Bytes journal;
+    bool exists = false;
+    if (Status s = readWholeFile(journalPath, journal, exists); !s || !exists)
+        return s;
+    std::string path;
+    for (std::uint8_t c : journal) {
+        if (c != '\n') {
+            path += static_cast<char>(c);
+            continue;
+        }
+        const std::string temp = path + ".tmp";
+        if (::rename(temp.c_str(), path.c_str()) != 0 && errno != ENOENT)
+            return fromErrno();
+        path.clear();
+    }
+    syncFolder(journalPath);
+    if (::unlink(journalPath.c_str()) != 0 && errno != ENOENT)
+        return fromErrno();
+    syncFolder(journalPath);
     return Status::ok();
 }
 

@@ -4,6 +4,7 @@
 #include "Status.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace scorvane {
@@ -42,6 +43,8 @@ public:
     Status write(int recordNumber, const Bytes& record);
     Status readAll(std::vector<Bytes>& records) const;
     Status replaceAll(const std::vector<Bytes>& records);
+    // The contents of a file holding these records, each cut or space-padded to the length.
+    static Bytes joinRecords(const std::vector<Bytes>& records, std::size_t recordLength);
 
 private:
     std::string path_;
@@ -57,6 +60,16 @@ Status readWholeFile(const std::string& path, Bytes& contents, bool& exists);
 // Replaces the file through a temporary file in the same folder and a rename.
 Status writeFileAtomically(const std::string& path, const Bytes& contents);
 Status removeFile(const std::string& path);
+
+// Replaces several files so that a crash at any moment leaves all of them as before or all as
+// after. Every new file is first written in full beside its old one ("<name>.tmp"); then the
+// journal, naming the files, is written atomically; then the new files are renamed over the old
+// ones and the journal is removed. Once the journal exists the change is decided:
+// completePendingReplacement finishes whatever renames a crash interrupted.
+Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
+                            const std::string& journalPath);
+// Finishes a replacement a crash interrupted, if the journal says there is one.
+Status completePendingReplacement(const std::string& journalPath);
 bool fileExists(const std::string& path);
 bool directoryExists(const std::string& path);
 // Creates a folder and any missing folders above it; an existing folder is fine.

@@ -257,33 +257,43 @@ TEST(ReadOnlyFolder, WritesAreRefusedAsWriteProtectedAndFilesStayUnchanged) {
     EXPECT_FALSE(dir.exists("FBGS1.DAT"));
 }
 
-// A process killed while it replaces a file leaves the old file or the new one, never a mixture,
-// a shortened file or no file.
-TEST(CrashSafety, FileReplacementSurvivesAKillAtAnyMoment) {
-    TempDir dir;
-    const std::string path = dir.file("FBPS1.DAT");
-    const std::vector<Bytes> small(300, pattern(110)), large(500, Bytes(110, 2));
-    const Bytes smallFile = join(small), largeFile = join(large);
+// A process killed while it replaces files leaves the old files or the new ones, never a
+// mixture, a shortened file or no file: a single file replaced on its own, and the game and
+// statistics files replaced together (the next opening finishes what the journal decided).
+class CrashSafety : public ::testing::TestWithParam<bool> {};
 
-    // Kills must land anywhere from before the first write to after the rename, so the delays
+TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
+    const bool together = GetParam();
+    TempDir dir;
+    const DataPaths paths{dir.dir(), dir.dir(), dir.dir()};
+    const std::vector<Bytes> small(300, pattern(110)), large(500, Bytes(110, 2));
+    const std::vector<Bytes> fewGames(3, pattern(200)), manyGames(9, Bytes(200, 3));
+    FakePrompter prompter;
+    DataFiles files(paths, prompter);
+    auto replace = [&](bool toLarge) {
+        if (!together)
+            return files.replaceAll(FileKind::Stats, toLarge ? large : small);
+        return files.replaceTogether({{FileKind::Stats, toLarge ? large : small},
+                                      {FileKind::Games, toLarge ? manyGames : fewGames}});
+    };
+
+    // Kills must land anywhere from before the first write to after the renames, so the delays
     // span the time two replacements take on this disk.
-    RecordFile file;
-    ASSERT_TRUE(file.open(path, 110));
     const auto start = std::chrono::steady_clock::now();
-    ASSERT_TRUE(file.replaceAll(large));
-    ASSERT_TRUE(file.replaceAll(small));
+    ASSERT_TRUE(replace(true));
+    ASSERT_TRUE(replace(false));
     const long long maxDelayUs = std::clamp<long long>(
         (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1), 3000, 40000);
 
     std::mt19937 rng(20030305);
     bool holdsLarge = false;
     int flips = 0;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 150; ++i) {
         const pid_t pid = ::fork();
         ASSERT_GE(pid, 0);
         if (pid == 0) {
             for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
-                (void)file.replaceAll(toLarge ? large : small);
+                (void)replace(toLarge);
         }
         std::this_thread::sleep_for(std::chrono::microseconds(rng() % (maxDelayUs + 1)));
         ::kill(pid, SIGKILL);
@@ -291,12 +301,22 @@ TEST(CrashSafety, FileReplacementSurvivesAKillAtAnyMoment) {
         ASSERT_EQ(::waitpid(pid, &status, 0), pid);
         ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself";
 
+        DataFiles reopened(paths, prompter);  // finishes an interrupted replacement
+        ASSERT_TRUE(reopened.openFile(FileKind::Stats));
         const Bytes now = dir.read("FBPS1.DAT");  // empty when there is no file
-        ASSERT_TRUE(now == smallFile || now == largeFile)
+        ASSERT_TRUE(now == join(small) || now == join(large))
             << "kill " << i << " left a file of " << now.size() << " bytes that is neither";
-        flips += (now == largeFile) != holdsLarge;
-        holdsLarge = now == largeFile;
+        const bool isLarge = now == join(large);
+        if (together) {
+            ASSERT_EQ(dir.read("FBGS1.DAT"), join(isLarge ? manyGames : fewGames))
+                << "kill " << i << " left the two files disagreeing";
+        }
+        flips += isLarge != holdsLarge;
+        holdsLarge = isLarge;
     }
     // Without finished replacements the kills would all have hit the first write.
     EXPECT_GT(flips, 0);
+    EXPECT_TRUE(prompter.shown.empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(SingleFileAndTogether, CrashSafety, ::testing::Bool());

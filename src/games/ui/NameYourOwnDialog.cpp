@@ -1,4 +1,5 @@
 #include "NameYourOwnDialog.h"
+#include "shell/ui/DialogParts.h"
 
 #include "games/NameYourOwn.h"
 #include "shell/Startup.h"
@@ -70,12 +71,7 @@ NameYourOwnDialog::NameYourOwnDialog(Session& session, Prompter& prompter, QWidg
     categories->addLayout(grid);
     categories->addStretch(1);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
-    cancel->setAutoDefault(false);
+    auto [ok, cancel] = okCancelButtons(this);
     connect(ok, &QPushButton::clicked, this, &NameYourOwnDialog::store);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     auto* buttons = new QHBoxLayout;

@@ -5,7 +5,9 @@
 #include "TeamNameDialog.h"
 #include "TeamSelectPanel.h"
 #include "TextCodec.h"
+#include "games/ui/GameMenuDialog.h"
 #include "games/ui/NameYourOwnDialog.h"
+#include "games/ui/PlayerNumberDialog.h"
 #include "games/ui/RosterDialog.h"
 
 namespace scorvane {
@@ -24,6 +26,8 @@ Application::Application(Session session, Prompter& prompter)
     window_->registerScreen(Screen::TeamName, [this] { openTeamName(); });
     window_->registerScreen(Screen::Roster, [this] { openRoster(); });
     window_->registerScreen(Screen::NameYourOwn, [this] { openNameYourOwn(); });
+    window_->registerScreen(Screen::GameList, [this] { openGameList(); });
+    window_->registerScreen(Screen::ChangePlayerNumber, [this] { openChangePlayerNumber(); });
 
     // A folder without a team list is not read (reading would leave an empty list behind); the
     // user chooses a data directory first.
@@ -46,6 +50,8 @@ void Application::refreshTeams() {
 void Application::openDataDirectory() {
     DataDirectoryDialog dialog(session_, files_, prompter_, teams_, *window_);
     dialog.exec();
+    // Another season's games: the game list starts over on its last game.
+    gameTeam_ = 0;
     refreshTeams();
 }
 
@@ -65,6 +71,28 @@ void Application::openRoster() {
 
 void Application::openNameYourOwn() {
     NameYourOwnDialog dialog(session_, prompter_, window_.get());
+    dialog.exec();
+    refreshTeams();
+}
+
+void Application::openGameList() {
+    const int team = teams_.currentTeam();
+    files_.setTeam(team);
+    GameMenuDialog dialog(files_, prompter_, session_.config, teams_, team,
+                          team == gameTeam_ ? currentGame_ : 0, window_.get());
+    dialog.exec();
+    gameTeam_ = team;
+    currentGame_ = dialog.currentGame();
+    refreshTeams();
+}
+
+void Application::openChangePlayerNumber() {
+    const int team = teams_.currentTeam();
+    files_.setTeam(team);
+    // A roster that cannot be read was reported by the storage layer; its numbers show empty.
+    roster_.load(files_);
+    PlayerNumberDialog dialog(files_, roster_, prompter_, fromFileText(teams_.teamName(team)),
+                              window_.get());
     dialog.exec();
     refreshTeams();
 }

@@ -35,6 +35,8 @@ public:
     void openTeamName();
     void openRoster();
     void openNameYourOwn();
+    void openGameList();
+    void openChangePlayerNumber();
 
 private:
     bool hasDataDirectory() const;
@@ -47,6 +49,9 @@ private:
     Roster roster_;
     std::unique_ptr<MainWindow> window_;
     TeamSelectPanel* panel_ = nullptr;
+    // The game worked on last on the game list, and whose it is: the list opens on its line.
+    int gameTeam_ = 0;
+    int currentGame_ = 0;
 };
 
 } // namespace scorvane

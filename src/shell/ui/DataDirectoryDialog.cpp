@@ -1,4 +1,5 @@
 #include "DataDirectoryDialog.h"
+#include "DialogParts.h"
 
 #include "MainWindow.h"
 #include "SelectOnFocus.h"
@@ -38,12 +39,7 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
     browseButton->setObjectName(QStringLiteral("cmdBrowse"));
     browseButton->setAutoDefault(false);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
-    cancel->setAutoDefault(false);
+    auto [ok, cancel] = okCancelButtons(this);
 
     connect(browseButton, &QPushButton::clicked, this, &DataDirectoryDialog::browse);
     connect(ok, &QPushButton::clicked, this, &DataDirectoryDialog::use);

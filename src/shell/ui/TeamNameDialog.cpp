@@ -1,4 +1,5 @@
 #include "TeamNameDialog.h"
+#include "DialogParts.h"
 
 #include "SelectOnFocus.h"
 #include "TextCodec.h"
@@ -34,11 +35,7 @@ TeamNameDialog::TeamNameDialog(TeamSelection& teams, DataFiles& files, int teamN
     longName_->setMinimumWidth(charWidth * 30);
     shortName_->setMaximumWidth(charWidth * 14);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    auto [ok, cancel] = okCancelButtons(this);
     auto* defaults = new QPushButton(QStringLiteral("&Default"), this);
     defaults->setObjectName(QStringLiteral("cmdDefault"));
     defaults->setAutoDefault(false);

@@ -1,0 +1,257 @@
+#include "GameList.h"
+
+#include "storage/TextUtil.h"
+
+namespace scorvane {
+
+namespace {
+
+// The position (from 1) of the live record of a game, searching from the position equal to its
+// number onward; 0 when there is none.
+int findGame(const std::vector<GameRecord>& games, int gameNumber, int from) {
+    for (int p = std::max(from, 1); p <= static_cast<int>(games.size()); ++p) {
+        const GameRecord& g = games[static_cast<std::size_t>(p - 1)];
+        if (g.isLive() && g.gameNumber == gameNumber)
+            return p;
+    }
+    return 0;
+}
+
+// Applies `change` to the header of every statistics record; true when any record changed.
+template <class Change> bool changeHeaders(std::vector<Bytes>& stats, Change change) {
+    bool any = false;
+    for (Bytes& rec : stats) {
+        StatHeader h = StatHeader::decode(rec);
+        if (change(h)) {
+            h.encodeInto(rec);
+            any = true;
+        }
+    }
+    return any;
+}
+
+std::vector<Bytes> encodeAll(const std::vector<GameRecord>& games) {
+    std::vector<Bytes> out;
+    out.reserve(games.size());
+    for (const auto& g : games)
+        out.push_back(g.encode());
+    return out;
+}
+
+std::string markedEnding(char mark) { return mark == '2' ? std::string(" \x10") : "  "; }
+
+} // namespace
+
+void insertGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber,
+                GameRecord game) {
+    int p = findGame(games, gameNumber, gameNumber);
+    if (p == 0)
+        p = static_cast<int>(games.size()) + 1;
+    for (auto it = games.begin() + (p - 1); it != games.end(); ++it)
+        ++it->gameNumber;
+    game.gameNumber = static_cast<std::int16_t>(gameNumber);
+    game.gameStatus = 'A';
+    games.insert(games.begin() + (p - 1), game);
+    changeHeaders(stats, [&](StatHeader& h) {
+        if (h.gameNumber < gameNumber)
+            return false;
+        ++h.gameNumber;
+        return true;
+    });
+}
+
+void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber) {
+    const int p = findGame(games, gameNumber, gameNumber);
+    if (p == 0)
+        return;
+    GameRecord& gone = games[static_cast<std::size_t>(p - 1)];
+    // The tombstone takes the number of the record before it; game 1's keeps its own.
+    if (gameNumber != 1 && p > 1)
+        gone.gameNumber = games[static_cast<std::size_t>(p - 2)].gameNumber;
+    gone.gameStatus = 'D';
+    for (auto it = games.begin() + p; it != games.end(); ++it)
+        --it->gameNumber;
+    changeHeaders(stats, [&](StatHeader& h) {
+        if (h.gameNumber == gameNumber) {
+            h.statStatus = 'D';
+            return true;
+        }
+        if (h.gameNumber > gameNumber) {
+            --h.gameNumber;
+            return true;
+        }
+        return false;
+    });
+}
+
+Status GameList::load(DataFiles& files) { return files.readAllAs(FileKind::Games, records_); }
+
+int GameList::activeCount() const {
+    int n = 0;
+    for (const auto& g : records_)
+        n += g.isLive() ? 1 : 0;
+    return n;
+}
+
+int GameList::positionOf(int gameNumber) const { return findGame(records_, gameNumber, gameNumber); }
+
+const GameRecord* GameList::game(int gameNumber) const {
+    const int p = positionOf(gameNumber);
+    return p == 0 ? nullptr : &records_[static_cast<std::size_t>(p - 1)];
+}
+
+std::string GameList::line(const GameRecord& game, const ConfigRecord& config) {
+    if (const auto points = game.pointSums())
+        return GameLine(game, *points, config);
+    // Number, date, type and opponent as usual; the score would not fit in 16 bits.
+    constexpr std::size_t kBeforeScore = 51;
+    return GameLine(game, PointSums{}, config).substr(0, kBeforeScore) + "Overflow";
+}
+
+std::vector<std::string> GameList::openingLines(const ConfigRecord& config) const {
+    std::vector<std::string> lines;
+    for (const auto& g : records_)
+        if (g.isLive())
+            lines.push_back(line(g, config));
+    return lines;
+}
+
+Status GameList::refresh(DataFiles& files, const ConfigRecord& config,
+                         std::vector<std::string>& lines) {
+    if (Status s = load(files); !s || records_.empty())
+        return s;
+    // A Special Select mark lives only until the list is rebuilt: clear it in both files.
+    bool gamesChanged = false;
+    for (auto& g : records_) {
+        if (g.isLive() && g.specialSelect == '2') {
+            g.specialSelect = '1';
+            gamesChanged = true;
+        }
+    }
+    if (gamesChanged) {
+        if (Status s = files.replaceAll(FileKind::Games, encodeAll(records_)); !s)
+            return s;
+    }
+    std::vector<Bytes> stats;
+    if (Status s = files.readAll(FileKind::Stats, stats); !s)
+        return s;
+    const bool statsChanged = changeHeaders(stats, [](StatHeader& h) {
+        if (!h.isLive() || h.statSpecialSelect != '2')
+            return false;
+        h.statSpecialSelect = '1';
+        return true;
+    });
+    if (statsChanged) {
+        if (Status s = files.replaceAll(FileKind::Stats, stats); !s)
+            return s;
+    }
+    lines.clear();
+    for (const auto& g : records_)
+        if (g.isLive())
+            lines.push_back(line(g, config) + "  ");
+    lines.push_back(kNewGameLine);
+    return Status::ok();
+}
+
+Status GameList::toggleMark(DataFiles& files, int line, const ConfigRecord& config,
+                            std::string& newLine) {
+    const int gameNumber = line + 1;
+    const int p = findGame(records_, gameNumber, 1);
+    if (p == 0)
+        return Status::ok();
+    GameRecord game = records_[static_cast<std::size_t>(p - 1)];
+    game.specialSelect = game.specialSelect == '1' ? '2' : '1';
+    if (Status s = files.gameRecord('P', p, game); !s)
+        return s;
+    records_[static_cast<std::size_t>(p - 1)] = game;
+    newLine = GameList::line(game, config) + markedEnding(game.specialSelect);
+
+    // The game's statistics records carry a copy of the mark. They lie together and in game
+    // order, so the walk ends at the first record of a later game.
+    std::vector<Bytes> stats;
+    if (Status s = files.readAll(FileKind::Stats, stats); !s)
+        return s;
+    bool changed = false;
+    for (Bytes& rec : stats) {
+        StatHeader h = StatHeader::decode(rec);
+        if (h.gameNumber > gameNumber)
+            break;
+        if (h.gameNumber == gameNumber && h.statSpecialSelect != game.specialSelect) {
+            h.statSpecialSelect = game.specialSelect;
+            h.encodeInto(rec);
+            changed = true;
+        }
+    }
+    return changed ? files.replaceAll(FileKind::Stats, stats) : Status::ok();
+}
+
+Status GameList::append(DataFiles& files, GameRecord game) {
+    game.gameNumber = static_cast<std::int16_t>(activeCount() + 1);
+    game.gameStatus = 'A';
+    const int position = static_cast<int>(records_.size()) + 1;
+    if (Status s = files.gameRecord('P', position, game); !s)
+        return s;
+    records_.push_back(game);
+    return Status::ok();
+}
+
+Status GameList::change(DataFiles& files, int gameNumber, GameRecord game) {
+    const int p = positionOf(gameNumber);
+    if (p == 0)
+        return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
+    game.gameNumber = static_cast<std::int16_t>(gameNumber);
+    game.gameStatus = 'A';
+    if (Status s = files.gameRecord('P', p, game); !s)
+        return s;
+    records_[static_cast<std::size_t>(p - 1)] = game;
+    return Status::ok();
+}
+
+namespace {
+
+// Renumbers both files in memory and replaces them together.
+template <class Renumber>
+Status renumberBoth(DataFiles& files, std::vector<GameRecord>& records, Renumber renumber) {
+    std::vector<GameRecord> games;
+    std::vector<Bytes> stats;
+    if (Status s = files.readAllAs(FileKind::Games, games); !s)
+        return s;
+    if (Status s = files.readAll(FileKind::Stats, stats); !s)
+        return s;
+    renumber(games, stats);
+    if (Status s = files.replaceTogether({{FileKind::Games, encodeAll(games)},
+                                          {FileKind::Stats, std::move(stats)}});
+        !s)
+        return s;
+    records = std::move(games);
+    return Status::ok();
+}
+
+} // namespace
+
+Status GameList::insert(DataFiles& files, int gameNumber, GameRecord game) {
+    return renumberBoth(files, records_, [&](auto& games, auto& stats) {
+        insertGame(games, stats, gameNumber, game);
+    });
+}
+
+Message GameList::deleteQuestion() {
+    return {"Are you sure?  Player results will also be deleted!", "Delete Game?",
+            Buttons::OkCancel, Icon::Question, Answer::Cancel};
+}
+
+Status GameList::remove(DataFiles& files, Prompter& prompter, int line, bool& deleted) {
+    deleted = false;
+    const int gameNumber = line + 1;
+    if (positionOf(gameNumber) == 0)
+        return Status::ok();
+    if (prompter.ask(deleteQuestion()) != Answer::Ok)
+        return Status::ok();
+    Status s = renumberBoth(files, records_, [&](auto& games, auto& stats) {
+        deleteGame(games, stats, gameNumber);
+    });
+    deleted = s.isOk();
+    return s;
+}
+
+} // namespace scorvane

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "games/Roster.h"
+#include "storage/DataFiles.h"
+#include "storage/Prompter.h"
+
+#include <string>
+
+namespace scorvane {
+
+// Moves a player, with every result recorded for him, from one number to another.
+//
+// Checks in order, each shown titled "New Player Number Invalid": "Must be 1 to 99!", "Same as old
+// player number!", "Games already recorded for new number!" (an active statistics record already
+// has the new number). Then every statistics record of the old number (deleted ones too) gets the
+// new number, the roster slot moves ("Player <n>" is the name left in a vacated slot) and the
+// player's contact details move with him. The statistics, roster and player information files are
+// replaced together. `changed` tells whether the move happened.
+Status changePlayerNumber(DataFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
+                          const std::string& newNumberText, bool& changed);
+
+} // namespace scorvane

@@ -1,0 +1,193 @@
+#include "GameMenuDialog.h"
+#include "shell/ui/DialogParts.h"
+
+#include "GameScreenDialog.h"
+#include "shell/TeamSelection.h"
+#include "shell/ui/TextCodec.h"
+
+#include <QAction>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+namespace scorvane {
+namespace {
+
+// A marked game's line ends in character 16, which most fonts draw as an empty box; the list
+// draws it as a pointer instead. The line's text itself stays as the game list made it.
+class MarkDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override {
+        return QStyledItemDelegate::displayText(value, locale).replace(QChar(16), QChar(0x25BA));
+    }
+};
+
+} // namespace
+
+GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const ConfigRecord& config,
+                               const TeamSelection& teams, int teamNumber, int currentGame,
+                               QWidget* parent)
+    : QDialog(parent), files_(files), prompter_(prompter), config_(config), teams_(teams),
+      team_(teamNumber), currentGame_(currentGame) {
+    setObjectName(QStringLiteral("frmGameMenu"));
+    setWindowTitle(QStringLiteral("Game Menu - ") + fromFileText(teams_.teamName(team_)));
+    setModal(true);
+
+    list_ = gameLineList(this, 72);
+    list_->setItemDelegate(new MarkDelegate(list_));
+    list_->installEventFilter(this);
+    toggleMark_ = new QAction(QStringLiteral("Special Select"), list_);
+    toggleMark_->setObjectName(QStringLiteral("mnuToggleMark"));
+    list_->addAction(toggleMark_);
+    list_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(toggleMark_, &QAction::triggered, this, &GameMenuDialog::toggleMark);
+
+    auto button = [this](const char* name, const QString& text) {
+        auto* b = new QPushButton(text, this);
+        b->setObjectName(QString::fromLatin1(name));
+        b->setAutoDefault(false);
+        return b;
+    };
+    add_ = button("cmdAddGame", QStringLiteral("&Add Game"));
+    insert_ = button("cmdInsert", QStringLiteral("&Insert"));
+    modify_ = button("cmdModify", QStringLiteral("&Change"));
+    players_ = button("cmdPlayers", QStringLiteral("&Players"));
+    delete_ = button("cmdDelete", QStringLiteral("&Delete"));
+    auto* close = button("cmdClose", QStringLiteral("&Close"));
+    // Enter on the list changes the selected game, as a double-click does.
+    modify_->setDefault(true);
+    // The player results screen is not built yet; until it is, Players stays disabled.
+    players_->setEnabled(false);
+
+    connect(add_, &QPushButton::clicked, this, &GameMenuDialog::addGame);
+    connect(insert_, &QPushButton::clicked, this, &GameMenuDialog::insertGame);
+    connect(modify_, &QPushButton::clicked, this, &GameMenuDialog::changeGame);
+    connect(delete_, &QPushButton::clicked, this, &GameMenuDialog::deleteGame);
+    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    connect(list_, &QListWidget::itemDoubleClicked, this, &GameMenuDialog::changeGame);
+
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* b : {add_, insert_, modify_, players_, delete_})
+        buttons->addWidget(b);
+    buttons->addStretch(1);
+    buttons->addWidget(close);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setSpacing(12);
+    layout->addWidget(list_, 1);
+    layout->addLayout(buttons);
+    resize(sizeHint().width(), 420);
+
+    files_.setTeam(team_);
+    open();
+    list_->setFocus();
+}
+
+GameMenuDialog::~GameMenuDialog() {
+    list_->removeEventFilter(this);
+}
+
+void GameMenuDialog::open() {
+    // A file that cannot be read was reported by the storage layer; what was read is shown.
+    games_.load(files_);
+    const std::vector<std::string> lines = games_.openingLines(config_);
+    const int count = static_cast<int>(lines.size());
+    showLines(lines, count,
+              currentGame_ >= 1 && currentGame_ <= count ? currentGame_ - 1 : count - 1);
+}
+
+void GameMenuDialog::showLines(const std::vector<std::string>& lines, int gameLines, int row) {
+    list_->clear();
+    for (const std::string& line : lines)
+        list_->addItem(fromFileText(line));
+    gameLines_ = gameLines;
+    const bool any = gameLines_ > 0;
+    list_->setEnabled(any);
+    for (QPushButton* b : {insert_, modify_, delete_})
+        b->setEnabled(any);
+    toggleMark_->setEnabled(any);
+    if (any && row >= 0 && row < list_->count())
+        list_->setCurrentRow(row);
+}
+
+int GameMenuDialog::selectedGame() const {
+    const QList<QListWidgetItem*> selected = list_->selectedItems();
+    if (selected.isEmpty())
+        return 0;
+    const int row = list_->row(selected.first());
+    return row < gameLines_ ? row + 1 : 0;
+}
+
+void GameMenuDialog::openGame(char mode, int gameNumber) {
+    const int row = list_->currentRow();
+    GameScreenDialog screen(files_, games_, prompter_, config_, teams_, team_, mode, gameNumber,
+                            this);
+    const bool saved = screen.exec() == QDialog::Accepted;
+    if (mode != 'A')
+        currentGame_ = gameNumber;
+
+    // Back on the list: the marks are cleared and the list rebuilt with the "New Game" line.
+    std::vector<std::string> lines;
+    games_.refresh(files_, config_, lines);
+    const int count = static_cast<int>(lines.size());
+    if (mode == 'A' && saved)
+        currentGame_ = games_.activeCount();
+    showLines(lines, games_.activeCount(), row >= 0 && row < count ? row : count - 1);
+    list_->setFocus();
+}
+
+void GameMenuDialog::addGame() {
+    openGame('A', games_.activeCount() + 1);
+}
+
+void GameMenuDialog::insertGame() {
+    if (const int game = selectedGame())
+        openGame('I', game);
+}
+
+void GameMenuDialog::changeGame() {
+    if (const int game = selectedGame()) {
+        openGame('C', game);
+        return;
+    }
+    // The "New Game" line stands for a game to add.
+    if (!list_->selectedItems().isEmpty())
+        addGame();
+}
+
+void GameMenuDialog::deleteGame() {
+    const int game = selectedGame();
+    if (game == 0)
+        return;
+    bool deleted = false;
+    games_.remove(files_, prompter_, game - 1, deleted);
+    if (deleted)
+        open();
+    list_->setFocus();
+}
+
+void GameMenuDialog::toggleMark() {
+    const int game = selectedGame();
+    if (game == 0)
+        return;
+    std::string line;
+    if (games_.toggleMark(files_, game - 1, config_, line) && !line.empty())
+        list_->item(game - 1)->setText(fromFileText(line));
+}
+
+bool GameMenuDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == list_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
+        toggleMark();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace scorvane

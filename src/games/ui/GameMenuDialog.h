@@ -1,0 +1,65 @@
+#pragma once
+
+#include "games/GameList.h"
+
+#include <QDialog>
+
+class QAction;
+class QListWidget;
+class QPushButton;
+
+namespace scorvane {
+
+class DataFiles;
+class Prompter;
+class TeamSelection;
+struct ConfigRecord;
+
+// A team's games, one summary line each, and the commands on them: add, insert before, change
+// and delete a game, and mark games for Special Select (the space bar or the list's context
+// menu). Each command on a game opens the game screen; when it closes, the list is rebuilt with
+// the marks cleared and a "New Game" line last.
+class GameMenuDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    // `currentGame` is the game worked on last (0 for none); its line is selected on opening.
+    GameMenuDialog(DataFiles& files, Prompter& prompter, const ConfigRecord& config,
+                   const TeamSelection& teams, int teamNumber, int currentGame = 0,
+                   QWidget* parent = nullptr);
+    ~GameMenuDialog() override;
+
+    int currentGame() const { return currentGame_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void open();
+    void showLines(const std::vector<std::string>& lines, int gameLines, int row);
+    int selectedGame() const;
+    void openGame(char mode, int gameNumber);
+    void addGame();
+    void insertGame();
+    void changeGame();
+    void deleteGame();
+    void toggleMark();
+
+    DataFiles& files_;
+    Prompter& prompter_;
+    const ConfigRecord& config_;
+    const TeamSelection& teams_;
+    int team_;
+    int currentGame_;
+    GameList games_;
+    int gameLines_ = 0;
+    QListWidget* list_ = nullptr;
+    QAction* toggleMark_ = nullptr;
+    QPushButton* add_ = nullptr;
+    QPushButton* insert_ = nullptr;
+    QPushButton* modify_ = nullptr;
+    QPushButton* players_ = nullptr;
+    QPushButton* delete_ = nullptr;
+};
+
+} // namespace scorvane

@@ -1,0 +1,120 @@
+#include "games/GameList.h"
+#include "support/FakePrompter.h"
+#include "support/RecordBytes.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+using namespace scorvane;
+using scorvane::testing::FakePrompter;
+using scorvane::testing::intAt;
+using scorvane::testing::TempDir;
+
+namespace {
+
+// Team 1 with `count` live games (opponent "Opp<n>", won n-0) and two statistics records per game.
+struct Season : ::testing::Test {
+    TempDir dir;
+    FakePrompter prompter;
+    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+    ConfigRecord config = ConfigRecord::defaults();
+    GameList games;
+
+    void build(int count) {
+        std::vector<GameRecord> records;
+        std::vector<StatRecord> stats;
+        for (int n = 1; n <= count; ++n) {
+            GameRecord g;
+            g.gameNumber = static_cast<std::int16_t>(n);
+            g.opponent = "Opp" + digits(n);
+            g.teamScore[0] = static_cast<std::int16_t>(n);
+            records.push_back(g);
+            for (int player : {10, 20})
+                stats.push_back(StatRecord{StatHeader{static_cast<std::int16_t>(n),
+                                                      static_cast<std::int16_t>(player), 'P'}});
+        }
+        ASSERT_TRUE(files.replaceAllWith(FileKind::Games, records));
+        ASSERT_TRUE(files.replaceAllWith(FileKind::Stats, stats));
+        ASSERT_TRUE(games.load(files));
+    }
+    // (game number, status) of every game record, then of every statistics record.
+    std::string state(const char* file, std::size_t length) const {
+        const Bytes b = dir.read(file);
+        std::string out;
+        for (std::size_t at = 0; at < b.size(); at += length)
+            out += digits(intAt(b, at)) + static_cast<char>(b[at + (length == 200 ? 2 : 5)]) + " ";
+        return out;
+    }
+};
+
+} // namespace
+
+TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
+    build(5);
+    bool deleted = true;
+    prompter.answers = {Answer::Cancel, Answer::Ok, Answer::Ok};
+    ASSERT_TRUE(games.remove(files, prompter, 2, deleted));
+    EXPECT_FALSE(deleted);
+    EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 3A 4A 5A ");
+    ASSERT_TRUE(games.remove(files, prompter, 2, deleted));
+    EXPECT_TRUE(deleted);
+    EXPECT_EQ(prompter.shown[0].text, "Are you sure?  Player results will also be deleted!");
+    EXPECT_EQ(prompter.shown[0].title, "Delete Game?");
+    // The tombstone takes the number before it; later games and their results move down.
+    EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 2D 3A 4A ");
+    EXPECT_EQ(state("FBPS1.DAT", 110), "1A 1A 2A 2A 3D 3D 3A 3A 4A 4A ");
+    // The list shows games 1..4; the former game 4 is now game 3.
+    const auto lines = games.openingLines(config);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[2].substr(0, 4), "3   ");
+    EXPECT_NE(lines[2].find("Opp4"), std::string::npos);
+
+    // Deleting game 1 keeps its own number in the tombstone; the list still counts from 1.
+    ASSERT_TRUE(games.remove(files, prompter, 0, deleted));
+    EXPECT_EQ(state("FBGS1.DAT", 200), "1D 1A 1D 2A 3A ");
+    ASSERT_TRUE(games.load(files));
+    EXPECT_EQ(games.positionOf(1), 2);
+    EXPECT_EQ(games.positionOf(3), 5);
+    EXPECT_EQ(games.openingLines(config).size(), 3u);
+}
+
+TEST_F(Season, InsertingBeforeGameTwoMovesLaterGamesAndResultsUp) {
+    build(3);
+    GameRecord fresh;
+    fresh.opponent = "Newcomers";
+    ASSERT_TRUE(games.insert(files, 2, fresh));
+    EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 3A 4A ");
+    EXPECT_EQ(state("FBPS1.DAT", 110), "1A 1A 3A 3A 4A 4A ");
+    EXPECT_NE(games.openingLines(config)[1].find("Newcomers"), std::string::npos);
+    EXPECT_NE(games.openingLines(config)[2].find("Opp2"), std::string::npos);
+    EXPECT_FALSE(dir.exists("FBJOURNL.TMP"));
+}
+
+TEST_F(Season, MarksAreToggledInBothFilesAndClearedByTheRebuild) {
+    build(2);
+    std::string line;
+    ASSERT_TRUE(games.toggleMark(files, 1, config, line));
+    EXPECT_EQ(line.substr(line.size() - 2), std::string(" \x10"));
+    Bytes g = dir.read("FBGS1.DAT"), s = dir.read("FBPS1.DAT");
+    EXPECT_EQ(std::string() + char(g[134]) + char(g[334]), "12");
+    EXPECT_EQ(std::string() + char(s[7]) + char(s[117]) + char(s[227]) + char(s[337]), "1122");
+
+    std::vector<std::string> lines;
+    ASSERT_TRUE(games.refresh(files, config, lines));
+    g = dir.read("FBGS1.DAT");
+    s = dir.read("FBPS1.DAT");
+    EXPECT_EQ(g[334], '1');
+    EXPECT_EQ(s[227], '1');
+    EXPECT_EQ(s[337], '1');
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[1].substr(lines[1].size() - 5), "Won  ");
+    EXPECT_EQ(lines[2], "      ******* New Game *******");
+}
+
+TEST_F(Season, AnOverflowingScoreIsShownAsSuchNotWrappedAround) {
+    build(1);
+    GameRecord g = *games.game(1);
+    g.teamScore = {30000, 3000, 0, 0, 0};
+    EXPECT_EQ(GameList::line(g, config).substr(51), "Overflow");
+    EXPECT_EQ(GameList::line(*games.game(1), config).substr(51), "   1-0   Won");
+}
