@@ -1,22 +1,16 @@
 #include "games/GameList.h"
-#include "support/FakePrompter.h"
+#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
-#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::FakePrompter;
 using scorvane::testing::intAt;
-using scorvane::testing::TempDir;
 
 namespace {
 
 // Team 1 with `count` live games (opponent "Opp<n>", won n-0) and two statistics records per game.
-struct Season : ::testing::Test {
-    TempDir dir;
-    FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct Season : ::testing::Test, scorvane::testing::ScratchData {
     ConfigRecord config = ConfigRecord::defaults();
     GameList games;
 

@@ -1,7 +1,6 @@
 #include "games/GameScreen.h"
-#include "support/FakePrompter.h"
+#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
-#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +12,7 @@ using scorvane::testing::textAt;
 
 namespace {
 
-struct GameFixture : ::testing::Test {
-    scorvane::testing::TempDir dir;
-    scorvane::testing::FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct GameFixture : ::testing::Test, scorvane::testing::ScratchData {
     GameList games;
 
     GameFixture() { files.setTeam(2); }

@@ -1,7 +1,6 @@
 #include "games/PlayerNumber.h"
-#include "support/FakePrompter.h"
+#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
-#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +11,7 @@ using Ints = std::vector<int>;
 
 namespace {
 
-struct PlayerNumberFixture : ::testing::Test {
-    scorvane::testing::TempDir dir;
-    scorvane::testing::FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct PlayerNumberFixture : ::testing::Test, scorvane::testing::ScratchData {
     Roster roster;
 
     // Players 7 "Seven", 12 and 30 named, 4 vacant. Results as (game, player, status): 12 has only

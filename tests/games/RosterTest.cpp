@@ -1,22 +1,16 @@
 #include "games/Roster.h"
-#include "support/FakePrompter.h"
+#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
-#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::FakePrompter;
 using scorvane::testing::intAt;
 using scorvane::testing::textAt;
-using scorvane::testing::TempDir;
 
 namespace {
 
-struct RosterFixture : ::testing::Test {
-    TempDir dir;
-    FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct RosterFixture : ::testing::Test, scorvane::testing::ScratchData {
     Roster roster;
 
     RosterFixture() { files.setTeam(4); }

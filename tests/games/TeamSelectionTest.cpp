@@ -1,23 +1,17 @@
 #include "shell/DataDirectory.h"
 #include "shell/TeamSelection.h"
 #include "storage/ConfigFile.h"
-#include "support/FakePrompter.h"
+#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
-#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::FakePrompter;
 using scorvane::testing::textAt;
-using scorvane::testing::TempDir;
 
 namespace {
 
-struct TeamFixture : ::testing::Test {
-    TempDir dir;
-    FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct TeamFixture : ::testing::Test, scorvane::testing::ScratchData {
 };
 
 } // namespace

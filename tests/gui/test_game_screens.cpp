@@ -5,8 +5,7 @@
 #include "games/ui/GameScreenDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
 #include "shell/TeamSelection.h"
-#include "support/FakePrompter.h"
-#include "support/TempDir.h"
+#include "support/ScratchData.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -21,10 +20,7 @@ using namespace scorvane;
 namespace {
 
 // Team 1 "Bears" in a fresh data directory; the files are on its games.
-struct Season {
-    scorvane::testing::TempDir dir;
-    scorvane::testing::FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct Season : scorvane::testing::ScratchData {
     ConfigRecord config = ConfigRecord::defaults();
     TeamSelection teams;
     GameList games;

@@ -1,8 +1,7 @@
 // The roster screen: naming numbers, Enter moving through the boxes, deleting and saving.
 
 #include "games/ui/RosterDialog.h"
-#include "support/FakePrompter.h"
-#include "support/TempDir.h"
+#include "support/ScratchData.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -15,10 +14,7 @@ using namespace scorvane;
 namespace {
 
 // Team 2's roster screen over an empty data directory.
-struct Team {
-    scorvane::testing::TempDir dir;
-    scorvane::testing::FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+struct Team : scorvane::testing::ScratchData {
     Roster roster;
     RosterDialog dialog{files, roster, prompter, 2, QStringLiteral("Lions")};
 
