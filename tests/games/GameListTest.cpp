@@ -31,6 +31,20 @@ struct Season : ::testing::Test, scorvane::testing::ScratchData {
         ASSERT_TRUE(files.replaceAllWith(FileKind::Stats, stats));
         ASSERT_TRUE(games.load(files));
     }
+    // Every byte of a file equals what it was, the game number and status of each record aside
+    // (those are checked with state()).
+    void expectOnlyNumbersAndStatusChanged(const Bytes& before, const char* file,
+                                           std::size_t length) const {
+        const Bytes after = dir.read(file);
+        ASSERT_EQ(after.size(), before.size());
+        const std::size_t status = length == 200 ? 2 : 5;
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            const std::size_t at = i % length;
+            if (at != 0 && at != 1 && at != status) {
+                ASSERT_EQ(after[i], before[i]) << file << " byte " << i;
+            }
+        }
+    }
     // (game number, status) of every game record, then of every statistics record.
     std::string state(const char* file, std::size_t length) const {
         const Bytes b = dir.read(file);
@@ -45,6 +59,7 @@ struct Season : ::testing::Test, scorvane::testing::ScratchData {
 
 TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
     build(5);
+    const Bytes gamesBefore = dir.read("FBGS1.DAT"), statsBefore = dir.read("FBPS1.DAT");
     bool deleted = true;
     prompter.answers = {Answer::Cancel, Answer::Ok, Answer::Ok};
     ASSERT_TRUE(games.remove(files, prompter, 2, deleted));
@@ -57,6 +72,8 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
     // The tombstone takes the number before it; later games and their results move down.
     EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 2D 3A 4A ");
     EXPECT_EQ(state("FBPS1.DAT", 110), "1A 1A 2A 2A 3D 3D 3A 3A 4A 4A ");
+    expectOnlyNumbersAndStatusChanged(gamesBefore, "FBGS1.DAT", 200);
+    expectOnlyNumbersAndStatusChanged(statsBefore, "FBPS1.DAT", 110);
     // The list shows games 1..4; the former game 4 is now game 3.
     const auto lines = games.openingLines(config);
     ASSERT_EQ(lines.size(), 4u);
@@ -74,11 +91,17 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
 
 TEST_F(Season, InsertingBeforeGameTwoMovesLaterGamesAndResultsUp) {
     build(3);
+    Bytes gamesExpected = dir.read("FBGS1.DAT");
+    const Bytes statsBefore = dir.read("FBPS1.DAT");
     GameRecord fresh;
     fresh.opponent = "Newcomers";
+    const Bytes freshBytes = fresh.encode();
+    gamesExpected.insert(gamesExpected.begin() + 200, freshBytes.begin(), freshBytes.end());
     ASSERT_TRUE(games.insert(files, 2, fresh));
     EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 3A 4A ");
     EXPECT_EQ(state("FBPS1.DAT", 110), "1A 1A 3A 3A 4A 4A ");
+    expectOnlyNumbersAndStatusChanged(gamesExpected, "FBGS1.DAT", 200);
+    expectOnlyNumbersAndStatusChanged(statsBefore, "FBPS1.DAT", 110);
     EXPECT_NE(games.openingLines(config)[1].find("Newcomers"), std::string::npos);
     EXPECT_NE(games.openingLines(config)[2].find("Opp2"), std::string::npos);
     EXPECT_FALSE(dir.exists("FBJOURNL.TMP"));
