@@ -79,8 +79,8 @@ QString startHint(const std::string& dataDirectory, char startupMark) {
     if (startupMark == 'E')
         return QStringLiteral("No team list was found there. Choose the folder that holds your "
                               "season with File \u203a Data Directory.");
-    return QStringLiteral("Print reports from the Reports menu; enter games, rosters and team "
-                          "names from the Update menu.");
+    return QStringLiteral("Mark a team below, then enter its games, roster and names from the "
+                          "Update menu.");
 }
 
 const char* kStartPageStyle = R"(
