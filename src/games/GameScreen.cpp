@@ -68,9 +68,12 @@ GameForm::GameForm(char mode, int gameNumber, const GameList& games)
 
 std::string GameForm::modeCaption() const {
     switch (mode_) {
-    case 'A': return "Add Game";
-    case 'I': return "Insert Game";
-    default: return "Change Game";
+    case 'A':
+        return "Add Game";
+    case 'I':
+        return "Insert Game";
+    default:
+        return "Change Game";
     }
 }
 
@@ -78,18 +81,22 @@ bool GameForm::acceptsScoreKey(int key) {
     return (key >= '0' && key <= '9') || key == 8 || key == 127;
 }
 
-int GameForm::teamTotal() const {
+namespace {
+// The sum of the five boxes of one side, starting at `first`.
+int sideTotal(const GameForm::Fields& fields, int first) {
     int total = 0;
-    for (int b = Team1; b <= TeamOT; ++b)
-        total += boxValue(fields_.scores[static_cast<std::size_t>(b)]);
+    for (int b = first; b < first + 5; ++b)
+        total += boxValue(fields.scores[static_cast<std::size_t>(b)]);
     return total;
+}
+} // namespace
+
+int GameForm::teamTotal() const {
+    return sideTotal(fields_, Team1);
 }
 
 int GameForm::opponentTotal() const {
-    int total = 0;
-    for (int b = Opp1; b <= OppOT; ++b)
-        total += boxValue(fields_.scores[static_cast<std::size_t>(b)]);
-    return total;
+    return sideTotal(fields_, Opp1);
 }
 
 bool GameForm::checkDate(std::string& labelText) {
@@ -143,7 +150,6 @@ GameForm::SaveResult GameForm::save(DataFiles& files, GameList& games, Prompter&
     GameRecord record = toRecord();
     Status s;
     if (mode_ == 'A') {
-        record.gameNumber = static_cast<std::int16_t>(games.activeCount() + 1);
         s = games.append(files, record);
     } else if (mode_ == 'I') {
         s = games.insert(files, gameNumber_, record);

@@ -2,25 +2,36 @@
 
 #include "shell/TeamSelection.h"
 #include "storage/ConfigFile.h"
-#include "storage/Cp1252.h"
 #include "storage/DiskError.h"
 #include "storage/RecordFile.h"
 
 namespace scorvane {
 
-Message directoryTooLongMessage() {
-    return {"The folder name is too long.  Choose a folder whose full name has at most 145 "
-            "characters.",
-            "Data Directory", Buttons::Ok, Icon::Warning, Answer::Ok};
+Message unusableDirectoryMessage(DirectoryFit fit) {
+    std::string text;
+    switch (fit) {
+    case DirectoryFit::Empty:
+        text = "Choose a folder first.";
+        break;
+    case DirectoryFit::Unrepresentable:
+        text = "The folder name has characters that cannot be kept.  Choose another folder.";
+        break;
+    default:
+        text = "The folder name is too long.  Choose a folder whose full name has at most 145 "
+               "characters.";
+        break;
+    }
+    return {text, "Data Directory", Buttons::Ok, Icon::Warning, Answer::Ok};
 }
 
 Status useDataDirectory(Session& session, DataFiles& files, Prompter& prompter,
                         const std::string& directory) {
     const std::string dir = normalizeDirectory(directory);
-    const std::string stored = utf8ToCp1252(dir);
-    if (dir.empty() || stored.size() > ConfigRecord::DirectoryWidth) {
-        prompter.ask(directoryTooLongMessage());
-        return Status::error(ErrorKind::BadLength, directoryTooLongMessage().text);
+    std::string stored;
+    if (const DirectoryFit fit = directoryForConfig(dir, stored); fit != DirectoryFit::Fits) {
+        const Message refusal = unusableDirectoryMessage(fit);
+        prompter.ask(refusal);
+        return Status::error(ErrorKind::BadLength, refusal.text);
     }
     if (Status s = withDiskErrors(prompter, [&] { return createDirectories(dir); }); !s)
         return s;

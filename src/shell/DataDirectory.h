@@ -15,11 +15,12 @@ namespace scorvane {
 // stored in the configuration (the report directory moves along when it was the data directory
 // too), the configuration is saved, and the session and the data files switch to it.
 //
-// A name too long for the configuration is refused with a message and nothing changes. Disk
-// errors go to the disk error handler.
+// A folder name the configuration cannot keep (empty, too long, or with characters Windows-1252
+// lacks) is refused with a message and nothing changes. Disk errors go to the disk error handler.
 Status useDataDirectory(Session& session, DataFiles& files, Prompter& prompter,
                         const std::string& directory);
 
-Message directoryTooLongMessage();
+// The message for a folder name the configuration cannot keep.
+Message unusableDirectoryMessage(DirectoryFit fit);
 
 } // namespace scorvane

@@ -1,5 +1,6 @@
 #include "SampleSeason.h"
 
+#include "shell/Startup.h"
 #include "storage/ConfigFile.h"
 #include "storage/Cp1252.h"
 #include "storage/DiskError.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -763,16 +763,14 @@ Status installDefaults(Prompter& prompter, const std::string& installDirectory,
     const bool usable = exists && (config.size() == ConfigRecord::Length ||
                                    config.size() == ConfigRecord::LegacyLength);
     if (!usable) {
-        // The folder is kept in the configuration as Windows-1252 text of fixed width; a folder
-        // that does not fit, or that has characters the file cannot hold, would come back as a
-        // different folder.
-        const std::string storedDir = utf8ToCp1252(sampleDir);
-        if (storedDir.size() > ConfigRecord::DirectoryWidth)
+        std::string storedDir;
+        const DirectoryFit fits = directoryForConfig(sampleDir, storedDir);
+        if (fits == DirectoryFit::TooLong)
             return Status::error(ErrorKind::BadLength, "The sample folder " + sampleDir +
                                                            " is longer than the " +
                                                            digits(ConfigRecord::DirectoryWidth) +
                                                            " characters BXFB.INI can hold.");
-        if (cp1252ToUtf8(storedDir) != sampleDir)
+        if (fits != DirectoryFit::Fits)
             return Status::error(ErrorKind::BadLength, "The sample folder " + sampleDir +
                                                            " has characters BXFB.INI cannot hold.");
         ConfigRecord c = ConfigRecord::defaults();
@@ -789,13 +787,7 @@ Status installDefaults(Prompter& prompter, const std::string& installDirectory,
 
     if (fileExists(fileName(FileKind::TeamList, paths, 0)))
         return Status::ok();
-    if (Status s = withDiskErrors(prompter,
-                                  [&] {
-                                      std::error_code ec;
-                                      std::filesystem::create_directories(sampleDir, ec);
-                                      return ec ? diskErrorFromErrno(ec.value()) : Status::ok();
-                                  });
-        !s)
+    if (Status s = withDiskErrors(prompter, [&] { return createDirectories(sampleDir); }); !s)
         return s;
     DataFiles files(paths, prompter);
     if (Status s = writeSampleSeason(files); !s)

@@ -16,6 +16,17 @@ DataPaths pathsFromConfig(const ConfigRecord& config, const std::string& configD
     return paths;
 }
 
+DirectoryFit directoryForConfig(const std::string& directory, std::string& stored) {
+    stored = utf8ToCp1252(directory);
+    if (directory.empty())
+        return DirectoryFit::Empty;
+    if (stored.size() > ConfigRecord::DirectoryWidth)
+        return DirectoryFit::TooLong;
+    if (cp1252ToUtf8(stored) != directory)
+        return DirectoryFit::Unrepresentable;
+    return DirectoryFit::Fits;
+}
+
 bool isUsableDataDirectory(const std::string& dataDirectory) {
     return !dataDirectory.empty() && directoryExists(dataDirectory) &&
            fileExists(fileName(FileKind::TeamList, DataPaths{"", dataDirectory, ""}, 0));

@@ -19,20 +19,20 @@ struct RunningOptions {
 
 // What start-up establishes and the whole program shares.
 struct Session {
-    std::string installDirectory;  // the program's folder, ending in "/"
-    std::string configPath;        // installDirectory + "BXFB.INI"
+    std::string installDirectory; // the program's folder, ending in "/"
+    std::string configPath;       // installDirectory + "BXFB.INI"
     ConfigRecord config;
     ColumnTable columns;
     DataPaths paths;
     RunningOptions options;
     bool configUpgraded = false;
-    char startupMark = ' ';  // "E" when no usable data directory was found
+    char startupMark = ' '; // "E" when no usable data directory was found
 };
 
 enum class StartupOutcome {
-    Ready,              // the data directory holds a team list
-    NeedDataDirectory,  // start-up mark "E": the user must choose a data directory first
-    Ended,              // the configuration was unusable; the program ends
+    Ready,             // the data directory holds a team list
+    NeedDataDirectory, // start-up mark "E": the user must choose a data directory first
+    Ended,             // the configuration was unusable; the program ends
 };
 
 // The configuration start-up, run before any window is shown: read (and if need be upgrade) the
@@ -46,6 +46,11 @@ StartupOutcome runStartup(Prompter& prompter, const std::string& installDirector
 // Windows-1252; the run-time paths are the system's own (UTF-8). An empty report directory
 // falls back to the data directory.
 DataPaths pathsFromConfig(const ConfigRecord& config, const std::string& configDirectory);
+// How a run-time directory is kept in the configuration: `stored` receives its Windows-1252 text.
+// A directory longer than the 145 characters the configuration holds, or with characters
+// Windows-1252 lacks, would read back as another folder and cannot be kept.
+enum class DirectoryFit { Fits, Empty, TooLong, Unrepresentable };
+DirectoryFit directoryForConfig(const std::string& directory, std::string& stored);
 // A data directory is usable when it exists and holds a team list.
 bool isUsableDataDirectory(const std::string& dataDirectory);
 

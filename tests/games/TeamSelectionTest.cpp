@@ -101,4 +101,12 @@ TEST_F(TeamFixture, ChoosingAFolderWithTeamsKeepsItsTeamList) {
     const Bytes ini = dir.read("BXFB.INI");
     ASSERT_EQ(ini.size(), 1018u);
     EXPECT_EQ(textAt(ini, 329, 145), fit(dir.dir(), 145));
+
+    // A name the configuration could not read back the same is refused before anything is made.
+    EXPECT_FALSE(useDataDirectory(session, files, prompter, dir.dir() + "\u65e5\u672c"));
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0].text,
+              "The folder name has characters that cannot be kept.  Choose another folder.");
+    EXPECT_FALSE(dir.exists("\u65e5\u672c"));
+    EXPECT_EQ(dir.read("BXFB.INI"), ini);
 }

@@ -1,12 +1,11 @@
 #include "GameMenuDialog.h"
-#include "shell/ui/DialogParts.h"
 
 #include "GameScreenDialog.h"
 #include "shell/TeamSelection.h"
+#include "shell/ui/DialogParts.h"
 #include "shell/ui/TextCodec.h"
 
 #include <QAction>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QListWidget>

@@ -1,12 +1,11 @@
 #include "ImportGameDialog.h"
-#include "shell/ui/DialogParts.h"
 
 #include "games/GameScreen.h"
+#include "shell/ui/DialogParts.h"
 #include "shell/ui/TextCodec.h"
 #include "storage/Bytes.h"
 
 #include <QCheckBox>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>

@@ -1,8 +1,8 @@
 #include "NameYourOwnDialog.h"
-#include "shell/ui/DialogParts.h"
 
 #include "games/NameYourOwn.h"
 #include "shell/Startup.h"
+#include "shell/ui/DialogParts.h"
 #include "shell/ui/SelectOnFocus.h"
 #include "shell/ui/TextCodec.h"
 #include "storage/ConfigFile.h"

@@ -2,6 +2,7 @@
 
 #include "GameScreenDialog.h"
 #include "games/PlayerNumber.h"
+#include "shell/ui/DialogParts.h"
 #include "shell/ui/SelectOnFocus.h"
 #include "shell/ui/TextCodec.h"
 
@@ -21,14 +22,7 @@ PlayerNumberDialog::PlayerNumberDialog(DataFiles& files, Roster& roster, Prompte
     setWindowTitle(QStringLiteral("Change Player Number - ") + teamName);
     setModal(true);
 
-    list_ = new QListWidget(this);
-    list_->setObjectName(QStringLiteral("lstPlayer"));
-    list_->setSelectionMode(QAbstractItemView::SingleSelection);
-    list_->setUniformItemSizes(true);
-    // The roster's lines, in the same proportional font as on the roster screen.
-    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("99 ") +
-                                                                  QString(20, QLatin1Char('_'))) +
-                           40);
+    list_ = rosterLineList(this, "lstPlayer");
     auto* listLabel = new QLabel(QStringLiteral("Player:"), this);
     listLabel->setBuddy(list_);
 
@@ -41,12 +35,7 @@ PlayerNumberDialog::PlayerNumberDialog(DataFiles& files, Roster& roster, Prompte
     auto* numberLabel = new QLabel(QStringLiteral("New Number:"), this);
     numberLabel->setBuddy(number_);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
-    auto* close = new QPushButton(QStringLiteral("Close"), this);
-    close->setObjectName(QStringLiteral("cmdClose"));
-    close->setAutoDefault(false);
+    auto [ok, close] = okCancelButtons(this, "Close", "cmdClose");
     connect(ok, &QPushButton::clicked, this, &PlayerNumberDialog::change);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 

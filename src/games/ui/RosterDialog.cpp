@@ -1,5 +1,6 @@
 #include "RosterDialog.h"
 
+#include "shell/ui/DialogParts.h"
 #include "shell/ui/SelectOnFocus.h"
 #include "shell/ui/TextCodec.h"
 #include "storage/DataFiles.h"
@@ -29,15 +30,7 @@ RosterDialog::RosterDialog(DataFiles& files, Roster& roster, Prompter& prompter,
     setWindowTitle(QStringLiteral("Roster - ") + teamName);
     setModal(true);
 
-    list_ = new QListWidget(this);
-    list_->setObjectName(QStringLiteral("lstPlayerList"));
-    list_->setSelectionMode(QAbstractItemView::SingleSelection);
-    list_->setUniformItemSizes(true);
-    // The list lines pad numbers below 10 with two spaces, which take the width of one digit in
-    // the ordinary proportional font: the names line up there, not in a fixed-pitch font.
-    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("99 ") +
-                                                                  QString(20, QLatin1Char('_'))) +
-                           40);
+    list_ = rosterLineList(this, "lstPlayerList");
 
     boxes_[Name] = makeBox("txtPlayerName", 17);
     boxes_[Phone] = makeBox("txtPhone", 20);

@@ -1,6 +1,6 @@
 #include "DataDirectoryDialog.h"
-#include "DialogParts.h"
 
+#include "DialogParts.h"
 #include "MainWindow.h"
 #include "SelectOnFocus.h"
 #include "TextCodec.h"

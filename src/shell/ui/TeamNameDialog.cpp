@@ -1,6 +1,6 @@
 #include "TeamNameDialog.h"
-#include "DialogParts.h"
 
+#include "DialogParts.h"
 #include "SelectOnFocus.h"
 #include "TextCodec.h"
 #include "shell/TeamSelection.h"
