@@ -4,7 +4,7 @@
 // setting pointing at the sample folder, and the sample season in that folder. Files already
 // there are left alone, so the build can run this every time.
 
-#include "shell/SampleSeason.h"
+#include "sample/SampleSeason.h"
 
 #include <cstdlib>
 #include <filesystem>

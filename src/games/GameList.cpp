@@ -84,7 +84,7 @@ void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int g
     });
 }
 
-Status GameList::load(DataFiles& files) { return files.readAllAs(FileKind::Games, records_); }
+Status GameList::load(TeamFiles& files) { return files.readAllAs(FileKind::Games, records_); }
 
 int GameList::activeCount() const {
     int n = 0;
@@ -116,7 +116,7 @@ std::vector<std::string> GameList::openingLines(const ConfigRecord& config) cons
     return lines;
 }
 
-Status GameList::refresh(DataFiles& files, const ConfigRecord& config,
+Status GameList::refresh(TeamFiles& files, const ConfigRecord& config,
                          std::vector<std::string>& lines) {
     if (Status s = load(files); !s || records_.empty())
         return s;
@@ -153,7 +153,7 @@ Status GameList::refresh(DataFiles& files, const ConfigRecord& config,
     return Status::ok();
 }
 
-Status GameList::toggleMark(DataFiles& files, int line, const ConfigRecord& config,
+Status GameList::toggleMark(TeamFiles& files, int line, const ConfigRecord& config,
                             std::string& newLine) {
     const int gameNumber = line + 1;
     const int p = findGame(records_, gameNumber, 1);
@@ -161,7 +161,7 @@ Status GameList::toggleMark(DataFiles& files, int line, const ConfigRecord& conf
         return Status::ok();
     GameRecord game = records_[static_cast<std::size_t>(p - 1)];
     game.specialSelect = game.specialSelect == '1' ? '2' : '1';
-    if (Status s = files.gameRecord('P', p, game); !s)
+    if (Status s = files.gameRecord(Access::Write, p, game); !s)
         return s;
     records_[static_cast<std::size_t>(p - 1)] = game;
     newLine = GameList::line(game, config) + markedEnding(game.specialSelect);
@@ -185,23 +185,23 @@ Status GameList::toggleMark(DataFiles& files, int line, const ConfigRecord& conf
     return changed ? files.replaceAll(FileKind::Stats, stats) : Status::ok();
 }
 
-Status GameList::append(DataFiles& files, GameRecord game) {
+Status GameList::append(TeamFiles& files, GameRecord game) {
     game.gameNumber = static_cast<std::int16_t>(activeCount() + 1);
     game.gameStatus = 'A';
     const int position = static_cast<int>(records_.size()) + 1;
-    if (Status s = files.gameRecord('P', position, game); !s)
+    if (Status s = files.gameRecord(Access::Write, position, game); !s)
         return s;
     records_.push_back(game);
     return Status::ok();
 }
 
-Status GameList::change(DataFiles& files, int gameNumber, GameRecord game) {
+Status GameList::change(TeamFiles& files, int gameNumber, GameRecord game) {
     const int p = positionOf(gameNumber);
     if (p == 0)
         return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
     game.gameNumber = static_cast<std::int16_t>(gameNumber);
     game.gameStatus = 'A';
-    if (Status s = files.gameRecord('P', p, game); !s)
+    if (Status s = files.gameRecord(Access::Write, p, game); !s)
         return s;
     records_[static_cast<std::size_t>(p - 1)] = game;
     return Status::ok();
@@ -211,7 +211,7 @@ namespace {
 
 // Renumbers both files in memory and replaces them together.
 template <class Renumber>
-Status renumberBoth(DataFiles& files, std::vector<GameRecord>& records, Renumber renumber) {
+Status renumberBoth(TeamFiles& files, std::vector<GameRecord>& records, Renumber renumber) {
     std::vector<GameRecord> games;
     std::vector<Bytes> stats;
     if (Status s = files.readAllAs(FileKind::Games, games); !s)
@@ -229,7 +229,7 @@ Status renumberBoth(DataFiles& files, std::vector<GameRecord>& records, Renumber
 
 } // namespace
 
-Status GameList::insert(DataFiles& files, int gameNumber, GameRecord game) {
+Status GameList::insert(TeamFiles& files, int gameNumber, GameRecord game) {
     return renumberBoth(files, records_, [&](auto& games, auto& stats) {
         insertGame(games, stats, gameNumber, game);
     });
@@ -240,7 +240,7 @@ Message GameList::deleteQuestion() {
             Buttons::OkCancel, Icon::Question, Answer::Cancel};
 }
 
-Status GameList::remove(DataFiles& files, Prompter& prompter, int line, bool& deleted) {
+Status GameList::remove(TeamFiles& files, Prompter& prompter, int line, bool& deleted) {
     deleted = false;
     const int gameNumber = line + 1;
     if (positionOf(gameNumber) == 0)

@@ -21,7 +21,7 @@ public:
     static constexpr const char* kNewGameLine = "      ******* New Game *******";
 
     // Reads the team's game file in one pass.
-    Status load(DataFiles& files);
+    Status load(TeamFiles& files);
 
     const std::vector<GameRecord>& records() const { return records_; }
     int activeCount() const;
@@ -39,23 +39,23 @@ public:
     // Rebuilding the list: clears every Special Select mark in both files (writing what changed),
     // then returns each live game's line followed by two spaces, and the "New Game" line last.
     // An empty game file leaves the lines empty and writes nothing.
-    Status refresh(DataFiles& files, const ConfigRecord& config, std::vector<std::string>& lines);
+    Status refresh(TeamFiles& files, const ConfigRecord& config, std::vector<std::string>& lines);
     // Flips the Special Select mark of the game on list line `line` (game line + 1) in its record
     // and in its statistics records; `newLine` gets the game's line ending in " " + char(16) when
     // marked, two spaces when not. Nothing happens for a line that holds no game.
-    Status toggleMark(DataFiles& files, int line, const ConfigRecord& config, std::string& newLine);
+    Status toggleMark(TeamFiles& files, int line, const ConfigRecord& config, std::string& newLine);
 
     // Adds a game after the last one: its number is the number of live games plus one.
-    Status append(DataFiles& files, GameRecord game);
+    Status append(TeamFiles& files, GameRecord game);
     // Rewrites a live game in place.
-    Status change(DataFiles& files, int gameNumber, GameRecord game);
+    Status change(TeamFiles& files, int gameNumber, GameRecord game);
     // Inserts a game before game `gameNumber`, which it becomes; later games and their statistics
     // move up by one.
-    Status insert(DataFiles& files, int gameNumber, GameRecord game);
+    Status insert(TeamFiles& files, int gameNumber, GameRecord game);
     // Asks "Are you sure?  Player results will also be deleted!" and deletes the game of list line
     // `line`: its record becomes a tombstone, later games and statistics move down by one, and its
     // statistics records are marked deleted. `deleted` tells whether it happened.
-    Status remove(DataFiles& files, Prompter& prompter, int line, bool& deleted);
+    Status remove(TeamFiles& files, Prompter& prompter, int line, bool& deleted);
 
     static Message deleteQuestion();
 

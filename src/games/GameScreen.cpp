@@ -23,25 +23,6 @@ Message notice(std::string text, std::string title) {
     return {std::move(text), std::move(title), Buttons::Ok, Icon::Warning, Answer::Ok};
 }
 
-// Switches the files to another team's for as long as it lives; the second game handle is closed
-// and the team put back however the reading ends.
-class TeamSwitch {
-public:
-    TeamSwitch(DataFiles& files, int team) : files_(files), saved_(files.team()) {
-        files_.setTeam(team);
-    }
-    ~TeamSwitch() {
-        files_.closeFile(FileKind::GamesAlt);
-        files_.setTeam(saved_);
-    }
-    TeamSwitch(const TeamSwitch&) = delete;
-    TeamSwitch& operator=(const TeamSwitch&) = delete;
-
-private:
-    DataFiles& files_;
-    int saved_;
-};
-
 } // namespace
 
 GameForm::GameForm(char mode, int gameNumber, const GameList& games)
@@ -134,7 +115,7 @@ GameRecord GameForm::toRecord() const {
     return r;
 }
 
-GameForm::SaveResult GameForm::save(DataFiles& files, GameList& games, Prompter& prompter) {
+GameForm::SaveResult GameForm::save(TeamFiles& files, GameList& games, Prompter& prompter) {
     std::string label;
     if (!checkDate(label)) {
         prompter.ask(invalidDateMessage());
@@ -170,7 +151,7 @@ bool GameForm::confirmCancel(Prompter& prompter) const {
     return !changed_ || prompter.ask(cancelQuestion()) == Answer::Yes;
 }
 
-bool GameForm::saveBeforePlayers(DataFiles& files, GameList& games, Prompter& prompter) {
+bool GameForm::saveBeforePlayers(TeamFiles& files, GameList& games, Prompter& prompter) {
     if (!changed_ || prompter.ask(saveQuestion()) != Answer::Yes)
         return true;
     return save(files, games, prompter) == SaveResult::Saved;
@@ -222,15 +203,12 @@ Message GameForm::saveQuestion() {
             Answer::Yes};
 }
 
-Status listOpponentGames(DataFiles& files, int opponentTeam, const ConfigRecord& config,
+Status listOpponentGames(TeamFiles& opponent, const ConfigRecord& config,
                          std::vector<ImportChoice>& choices) {
     choices.clear();
     std::vector<GameRecord> games;
-    {
-        TeamSwitch opponent(files, opponentTeam);
-        if (Status s = files.readAllAs(FileKind::GamesAlt, games); !s)
-            return s;
-    }
+    if (Status s = opponent.readAllAs(FileKind::Games, games); !s)
+        return s;
     for (std::size_t i = 0; i < games.size(); ++i) {
         if (games[i].isLive())
             choices.push_back({static_cast<int>(i) + 1, GameList::line(games[i], config)});
@@ -238,9 +216,8 @@ Status listOpponentGames(DataFiles& files, int opponentTeam, const ConfigRecord&
     return Status::ok();
 }
 
-Status readOpponentGame(DataFiles& files, int opponentTeam, int position, GameRecord& game) {
-    TeamSwitch opponent(files, opponentTeam);
-    return files.gameRecordAlt(position, game);
+Status readOpponentGame(TeamFiles& opponent, int position, GameRecord& game) {
+    return opponent.gameRecord(Access::Read, position, game);
 }
 
 } // namespace scorvane

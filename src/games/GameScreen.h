@@ -65,12 +65,12 @@ public:
     enum class SaveResult { Saved, InvalidDate, Failed };
     // Saves as the mode says (asking about overtime for a tie with both overtime boxes at 0).
     // An invalid date shows "Enter game date (MMDDYY)" titled "Game Date Invalid".
-    SaveResult save(DataFiles& files, GameList& games, Prompter& prompter);
+    SaveResult save(TeamFiles& files, GameList& games, Prompter& prompter);
     // Cancel: true when the screen may close (nothing changed, or the user said Yes).
     bool confirmCancel(Prompter& prompter) const;
     // Players: asks "Save game information?" when something changed and saves on Yes. Returns
     // false when the screen must stay (an invalid date or a failed save).
-    bool saveBeforePlayers(DataFiles& files, GameList& games, Prompter& prompter);
+    bool saveBeforePlayers(TeamFiles& files, GameList& games, Prompter& prompter);
 
     // Checks before importing from the opponent's games: an opponent chosen from the team list
     // and not the team itself. Shows the message and returns false otherwise.
@@ -95,15 +95,13 @@ private:
     bool changed_ = false;
 };
 
-// The opponent's games for the import dialog. Reads the opponent's game file on the second game
-// handle with the team identity switched to the opponent, and restores the identity whatever
-// happens.
+// The opponent's games for the import dialog, read from the opponent's own game file.
 struct ImportChoice {
     int position = 0;  // record position in the opponent's game file
     std::string line;  // summary line
 };
-Status listOpponentGames(DataFiles& files, int opponentTeam, const ConfigRecord& config,
-                         std::vector<ImportChoice>& choices);
-Status readOpponentGame(DataFiles& files, int opponentTeam, int position, GameRecord& game);
+[[nodiscard]] Status listOpponentGames(TeamFiles& opponent, const ConfigRecord& config,
+                                       std::vector<ImportChoice>& choices);
+[[nodiscard]] Status readOpponentGame(TeamFiles& opponent, int position, GameRecord& game);
 
 } // namespace scorvane

@@ -21,7 +21,7 @@ void renumber(Bytes& rec, int number) {
 
 } // namespace
 
-Status changePlayerNumber(DataFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
+Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
                           const std::string& newNumberText, bool& changed) {
     changed = false;
     const long long typed = leadingNumber(newNumberText);

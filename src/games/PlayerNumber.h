@@ -16,7 +16,7 @@ namespace scorvane {
 // new number, the roster slot moves ("Player <n>" is the name left in a vacated slot) and the
 // player's contact details move with him. The statistics, roster and player information files are
 // replaced together. `changed` tells whether the move happened.
-Status changePlayerNumber(DataFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
+Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
                           const std::string& newNumberText, bool& changed);
 
 } // namespace scorvane

@@ -14,7 +14,7 @@ std::size_t contactWidth(ContactField field) { return kWidths[index(field)]; }
 
 Roster::Roster() { names.fill(std::string(17, ' ')); }
 
-Status Roster::load(DataFiles& files) {
+Status Roster::load(TeamFiles& files) {
     inUse.fill(false);
     names.fill(std::string(17, ' '));
     std::vector<RosterRecord> records;
@@ -44,7 +44,7 @@ std::vector<std::string> Roster::listLines() const {
     return out;
 }
 
-Status Roster::saveNames(DataFiles& files) const {
+Status Roster::saveNames(TeamFiles& files) const {
     std::vector<RosterRecord> records;
     for (int n = 1; n <= kMaxPlayers; ++n) {
         if (!inUse[static_cast<std::size_t>(n)])
@@ -68,7 +68,7 @@ RosterEditor::RosterEditor(Roster& roster) : roster_(roster) {
             player[f] = std::string(kWidths[f], ' ');
 }
 
-Status RosterEditor::open(DataFiles& files) {
+Status RosterEditor::open(TeamFiles& files) {
     std::vector<PlayerInfoRecord> records;
     Status s = files.readAllAs(FileKind::PlayerInfo, records);
     for (const auto& r : records) {
@@ -142,7 +142,7 @@ void RosterEditor::contactEntered(ContactField field, const std::string& text) {
     contacts_[static_cast<std::size_t>(selected_)][index(field)] = fit(text, kWidths[index(field)]);
 }
 
-Status RosterEditor::save(DataFiles& files) {
+Status RosterEditor::save(TeamFiles& files) {
     // The roster first, then the player information: each file is replaced whole and atomically,
     // and information records are found by player number, so a stop between the two never mixes
     // up players.

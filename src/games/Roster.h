@@ -19,13 +19,13 @@ struct Roster {
     Roster();
     // Reads every roster record into the slot of its player number. Records with a number
     // outside 1..99 are skipped.
-    Status load(DataFiles& files);
+    Status load(TeamFiles& files);
     // The player's list line: the number right-justified (one extra space below 10) and the
     // name, or " ____________________" for a number not in use.
     std::string listLine(int playerNumber) const;
     std::vector<std::string> listLines() const;
     // Rewrites the roster file whole from empty: one record per number in use, in number order.
-    Status saveNames(DataFiles& files) const;
+    Status saveNames(TeamFiles& files) const;
 };
 
 // The contact fields of the roster screen, in the order Enter moves through them.
@@ -44,7 +44,7 @@ public:
 
     RosterEditor(Roster& roster);
     // Loads the player information records into the contact fields and selects number 1.
-    Status open(DataFiles& files);
+    Status open(TeamFiles& files);
 
     std::vector<std::string> listLines() const { return roster_.listLines(); }
     int selected() const { return selected_; }
@@ -61,7 +61,7 @@ public:
     void contactEntered(ContactField field, const std::string& text);
 
     // Rewrites the roster and the player information files whole, in number order.
-    Status save(DataFiles& files);
+    Status save(TeamFiles& files);
 
     static Message deleteQuestion();
 

@@ -59,7 +59,7 @@ Status useDataDirectory(Session& session, DataFiles& files, Prompter& prompter,
     }
     session.config = config;
     session.paths = paths;
-    session.startupMark = ' ';
+    session.startupMark = StartupMark::Ready;
     return Status::ok();
 }
 

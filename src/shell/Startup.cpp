@@ -54,8 +54,10 @@ StartupOutcome runStartup(Prompter& prompter, const std::string& installDirector
     session.options.optionWords = session.config.optionWords;
     session.options.optionWord636 = session.config.optionWord636;
     session.options.sort = session.config.sort;
-    session.startupMark = isUsableDataDirectory(session.paths.dataDirectory) ? ' ' : 'E';
-    return session.startupMark == 'E' ? StartupOutcome::NeedDataDirectory : StartupOutcome::Ready;
+    session.startupMark = isUsableDataDirectory(session.paths.dataDirectory)
+                              ? StartupMark::Ready
+                              : StartupMark::NoDataDirectory;
+    return session.startupMark == StartupMark::NoDataDirectory ? StartupOutcome::NeedDataDirectory : StartupOutcome::Ready;
 }
 
 } // namespace scorvane

@@ -4,30 +4,12 @@
 #include "storage/ConfigRecord.h"
 #include "storage/FileNames.h"
 #include "storage/Prompter.h"
+#include "storage/Session.h"
 
 #include <array>
 #include <string>
 
 namespace scorvane {
-
-// The options the report screens work with, copied from the configuration at start-up.
-struct RunningOptions {
-    std::array<std::int16_t, 5> optionWords{};
-    std::int16_t optionWord636 = 0;
-    std::array<SortSetting, kCategoryCount> sort{};
-};
-
-// What start-up establishes and the whole program shares.
-struct Session {
-    std::string installDirectory; // the program's folder, ending in "/"
-    std::string configPath;       // installDirectory + "BXFB.INI"
-    ConfigRecord config;
-    ColumnTable columns;
-    DataPaths paths;
-    RunningOptions options;
-    bool configUpgraded = false;
-    char startupMark = ' '; // "E" when no usable data directory was found
-};
 
 enum class StartupOutcome {
     Ready,             // the data directory holds a team list

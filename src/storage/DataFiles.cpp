@@ -2,13 +2,11 @@
 
 #include "DiskError.h"
 
+#include <algorithm>
+
 namespace scorvane {
 
 namespace {
-
-constexpr std::array<FileKind, 5> kPerTeamKinds = {FileKind::Roster, FileKind::Games,
-                                                   FileKind::Stats,  FileKind::GamesAlt,
-                                                   FileKind::PlayerInfo};
 
 // Earlier roster layouts kept the player number and name first, as the current one does, in a
 // shorter or longer record. The layout is recognised when one record length divides the file and
@@ -32,10 +30,34 @@ bool findLegacyRosterLength(const Bytes& contents, std::size_t& length) {
     return false;
 }
 
+// Where each per-team kind sits among a team's open files.
+std::size_t teamSlotIndex(FileKind kind) {
+    switch (kind) {
+    case FileKind::Roster: return 0;
+    case FileKind::Games:
+    case FileKind::GamesAlt: return 1;
+    case FileKind::Stats: return 2;
+    case FileKind::PlayerInfo: return 3;
+    default: return 4;
+    }
+}
+
+Status checkSums(const GameRecord& game) {
+    return game.pointSums() ? Status::ok() : Status::error(ErrorKind::Overflow, "Overflow");
+}
+
+Status notATeamFile() {
+    return Status::error(ErrorKind::Unreadable, "That file belongs to no team.");
+}
+
 } // namespace
+
+// --- the data directory -----------------------------------------------------------------------
 
 DataFiles::DataFiles(DataPaths paths, Prompter& prompter)
     : paths_(std::move(paths)), prompter_(prompter) {}
+
+DataFiles::~DataFiles() { closeAll(); }
 
 void DataFiles::setPaths(DataPaths paths) {
     closeAll();
@@ -43,15 +65,25 @@ void DataFiles::setPaths(DataPaths paths) {
     journalChecked_ = false;
 }
 
-void DataFiles::setTeam(int teamNumber) {
-    if (teamNumber == team_)
-        return;
-    for (FileKind k : kPerTeamKinds)
-        closeFile(k);
-    team_ = teamNumber;
+TeamFiles DataFiles::team(int number) {
+    if (auto it = teams_.find(number); it != teams_.end())
+        if (auto live = it->second.lock())
+            return TeamFiles(*this, live);
+    // Forget handles that are gone, so the map does not grow with every team ever opened.
+    std::erase_if(teams_, [](const auto& kv) { return kv.second.expired(); });
+    auto opened = std::make_shared<detail::TeamSlots>();
+    opened->team = number;
+    teams_[number] = opened;
+    return TeamFiles(*this, opened);
 }
 
-std::string DataFiles::fileName(FileKind kind) const { return scorvane::fileName(kind, paths_, team_); }
+std::string DataFiles::fileName(FileKind kind) const {
+    return scorvane::fileName(kind, paths_, 0);
+}
+
+RecordFile& DataFiles::slot(FileKind kind) {
+    return kind == FileKind::ReportFormats ? reportFormats_ : teamList_;
+}
 
 Status DataFiles::guarded(const std::function<Status()>& op) {
     Status s = withDiskErrors(prompter_, op);
@@ -69,24 +101,132 @@ Status DataFiles::finishInterruptedReplacement() {
 }
 
 Status DataFiles::openFile(FileKind kind) {
+    if (kind != FileKind::TeamList && kind != FileKind::ReportFormats)
+        return notATeamFile();
     if (Status s = finishInterruptedReplacement(); !s)
         return s;
-    Status s = guarded([&] { return slot(kind).open(fileName(kind), recordLength(kind)); });
+    return guarded([&] { return slot(kind).open(fileName(kind), recordLength(kind)); });
+}
+
+void DataFiles::closeFile(FileKind kind) { slot(kind).close(); }
+
+void DataFiles::closeAll() {
+    teamList_.close();
+    reportFormats_.close();
+    for (auto& [number, weak] : teams_)
+        if (auto live = weak.lock())
+            for (auto& f : live->files)
+                f.close();
+}
+
+void DataFiles::closeTeamFiles(const std::string& path) {
+    for (auto& [number, weak] : teams_)
+        if (auto live = weak.lock())
+            for (auto& f : live->files)
+                if (f.isOpen() && f.path() == path)
+                    f.close();
+    for (RecordFile* f : {&teamList_, &reportFormats_})
+        if (f->isOpen() && f->path() == path)
+            f->close();
+}
+
+Status DataFiles::killFile(FileKind kind) {
+    if (kind != FileKind::TeamList && kind != FileKind::ReportFormats)
+        return notATeamFile();
+    closeFile(kind);
+    return guarded([&] { return removeFile(fileName(kind)); });
+}
+
+int DataFiles::recordCount(FileKind kind) {
+    if (!slot(kind).isOpen() && !openFile(kind))
+        return 0;
+    return slot(kind).count();
+}
+
+Status DataFiles::teamRecord(Access mode, int recordNumber, TeamRecord& record) {
+    Bytes bytes;
+    if (mode == Access::Write)
+        bytes = record.encode();
+    if (!teamList_.isOpen())
+        if (Status s = openFile(FileKind::TeamList); !s)
+            return s;
+    Status s = mode == Access::Read ? guarded([&] { return teamList_.read(recordNumber, bytes); })
+                                    : guarded([&] { return teamList_.write(recordNumber, bytes); });
+    if (s && mode == Access::Read)
+        record = TeamRecord::decode(bytes);
+    return s;
+}
+
+Status DataFiles::reportFormatRecord(Access mode, int recordNumber, ReportFormatRecord& record) {
+    Bytes bytes;
+    if (mode == Access::Write)
+        bytes = record.encode();
+    if (!reportFormats_.isOpen())
+        if (Status s = openFile(FileKind::ReportFormats); !s)
+            return s;
+    Status s = mode == Access::Read
+                   ? guarded([&] { return reportFormats_.read(recordNumber, bytes); })
+                   : guarded([&] { return reportFormats_.write(recordNumber, bytes); });
+    if (s && mode == Access::Read)
+        record = ReportFormatRecord::decode(bytes);
+    return s;
+}
+
+Status DataFiles::readAll(FileKind kind, std::vector<Bytes>& records) {
+    records.clear();
+    if (!slot(kind).isOpen())
+        if (Status s = openFile(kind); !s)
+            return s;
+    return guarded([&] { return slot(kind).readAll(records); });
+}
+
+Status DataFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
+    if (!slot(kind).isOpen())
+        if (Status s = openFile(kind); !s)
+            return s;
+    return guarded([&] { return slot(kind).replaceAll(records); });
+}
+
+Status DataFiles::replaceTogether(const std::vector<std::pair<std::string, Bytes>>& files) {
+    if (Status s = finishInterruptedReplacement(); !s)
+        return s;
+    for (const auto& entry : files)
+        closeTeamFiles(entry.first);
+    // The files are opened again, on the new contents, when next used.
+    return guarded([&] { return replaceFilesTogether(files, journalPath()); });
+}
+
+// --- one team's files ---------------------------------------------------------------------------
+
+RecordFile& TeamFiles::slot(FileKind kind) {
+    return slots_->files[std::min<std::size_t>(teamSlotIndex(kind), 3)];
+}
+
+std::string TeamFiles::fileName(FileKind kind) const {
+    return scorvane::fileName(kind, dir_->paths(), slots_->team);
+}
+
+Status TeamFiles::openFile(FileKind kind) {
+    if (teamSlotIndex(kind) > 3)
+        return notATeamFile();
+    if (Status s = dir_->finishInterruptedReplacement(); !s)
+        return s;
+    Status s = dir_->guarded([&] { return slot(kind).open(fileName(kind), recordLength(kind)); });
     if (s && kind == FileKind::Roster)
         s = convertRoster();
     return s;
 }
 
-Status DataFiles::convertRoster() {
+Status TeamFiles::convertRoster() {
     RecordFile& file = slot(FileKind::Roster);
     long long bytes = 0;
-    if (Status s = guarded([&] { return file.length(bytes); }); !s)
+    if (Status s = dir_->guarded([&] { return file.length(bytes); }); !s)
         return s;
     if (bytes == 0 || bytes % static_cast<long long>(RosterRecord::Length) == 0)
         return Status::ok();
     Bytes contents;
     bool exists = false;
-    if (Status s = guarded([&] { return readWholeFile(file.path(), contents, exists); }); !s)
+    if (Status s = dir_->guarded([&] { return readWholeFile(file.path(), contents, exists); }); !s)
         return s;
     std::size_t length = 0;
     if (!findLegacyRosterLength(contents, length))
@@ -99,111 +239,92 @@ Status DataFiles::convertRoster() {
         old.resize(std::max<std::size_t>(length, 19), ' ');
         RosterRecord r;
         r.playerNumber = field::getInt16(old, 0);
-        r.playerName = field::getText(old, 2, 17);
+        r.playerName = field::getText(old, 2, width::playerName);
         records.push_back(r.encode());
     }
-    return guarded([&] { return file.replaceAll(records); });
+    return dir_->guarded([&] { return file.replaceAll(records); });
 }
 
-void DataFiles::closeFile(FileKind kind) { slot(kind).close(); }
+void TeamFiles::closeFile(FileKind kind) {
+    if (teamSlotIndex(kind) <= 3)
+        slot(kind).close();
+}
 
-void DataFiles::closeAll() {
-    for (auto& f : slots_)
+void TeamFiles::closeAll() {
+    for (auto& f : slots_->files)
         f.close();
 }
 
-Status DataFiles::killFile(FileKind kind) {
+Status TeamFiles::killFile(FileKind kind) {
+    if (teamSlotIndex(kind) > 3)
+        return notATeamFile();
     closeFile(kind);
-    if (kind == FileKind::GamesAlt)
-        return Status::ok();
-    if (kind == FileKind::Games)
-        closeFile(FileKind::GamesAlt);
-    return guarded([&] { return removeFile(fileName(kind)); });
+    return dir_->guarded([&] { return removeFile(fileName(kind)); });
 }
 
-Status DataFiles::ensureOpen(FileKind kind) {
+Status TeamFiles::ensureOpen(FileKind kind) {
+    if (teamSlotIndex(kind) > 3)
+        return notATeamFile();
     return slot(kind).isOpen() ? Status::ok() : openFile(kind);
 }
 
-int DataFiles::recordCount(FileKind kind) {
+int TeamFiles::recordCount(FileKind kind) {
     if (!ensureOpen(kind))
         return 0;
     return slot(kind).count();
 }
 
-Status DataFiles::access(FileKind kind, char mode, int recordNumber, Bytes& bytes) {
+Status TeamFiles::access(FileKind kind, Access mode, int recordNumber, Bytes& bytes) {
     if (Status s = ensureOpen(kind); !s)
         return s;
     RecordFile& file = slot(kind);
-    if (mode == 'G')
-        return guarded([&] { return file.read(recordNumber, bytes); });
-    return guarded([&] { return file.write(recordNumber, bytes); });
+    if (mode == Access::Read)
+        return dir_->guarded([&] { return file.read(recordNumber, bytes); });
+    return dir_->guarded([&] { return file.write(recordNumber, bytes); });
 }
 
-template <class R> Status DataFiles::typed(FileKind kind, char mode, int recordNumber, R& record) {
+template <class R>
+Status TeamFiles::typed(FileKind kind, Access mode, int recordNumber, R& record) {
     Bytes bytes;
-    if (mode != 'G')
+    if (mode == Access::Write)
         bytes = record.encode();
     Status s = access(kind, mode, recordNumber, bytes);
-    if (s && mode == 'G')
+    if (s && mode == Access::Read)
         record = R::decode(bytes);
     return s;
 }
 
-Status DataFiles::teamRecord(char mode, int recordNumber, TeamRecord& record) {
-    return typed(FileKind::TeamList, mode, recordNumber, record);
-}
-Status DataFiles::rosterRecord(char mode, int recordNumber, RosterRecord& record) {
+Status TeamFiles::rosterRecord(Access mode, int recordNumber, RosterRecord& record) {
     return typed(FileKind::Roster, mode, recordNumber, record);
 }
-Status DataFiles::playerInfoRecord(char mode, int recordNumber, PlayerInfoRecord& record) {
+Status TeamFiles::playerInfoRecord(Access mode, int recordNumber, PlayerInfoRecord& record) {
     return typed(FileKind::PlayerInfo, mode, recordNumber, record);
 }
-Status DataFiles::statRecord(char mode, int recordNumber, StatRecord& record) {
+Status TeamFiles::statRecord(Access mode, int recordNumber, StatRecord& record) {
     return typed(FileKind::Stats, mode, recordNumber, record);
 }
-Status DataFiles::statListRecord(char mode, int recordNumber, StatListRecord& record) {
+Status TeamFiles::statListRecord(Access mode, int recordNumber, StatListRecord& record) {
     return typed(FileKind::Stats, mode, recordNumber, record);
 }
-Status DataFiles::reportFormatRecord(char mode, int recordNumber, ReportFormatRecord& record) {
-    return typed(FileKind::ReportFormats, mode, recordNumber, record);
-}
-
-namespace {
-Status checkSums(const GameRecord& game) {
-    return game.pointSums() ? Status::ok() : Status::error(ErrorKind::Overflow, "Overflow");
-}
-} // namespace
-
-Status DataFiles::gameRecord(char mode, int recordNumber, GameRecord& record) {
+Status TeamFiles::gameRecord(Access mode, int recordNumber, GameRecord& record) {
     Status s = typed(FileKind::Games, mode, recordNumber, record);
-    return s && mode == 'G' ? checkSums(record) : s;
+    return s && mode == Access::Read ? checkSums(record) : s;
 }
 
-Status DataFiles::gameRecordAlt(int recordNumber, GameRecord& record) {
-    Status s = typed(FileKind::GamesAlt, 'G', recordNumber, record);
-    return s ? checkSums(record) : s;
-}
-
-Status DataFiles::readAll(FileKind kind, std::vector<Bytes>& records) {
+Status TeamFiles::readAll(FileKind kind, std::vector<Bytes>& records) {
+    records.clear();
     if (Status s = ensureOpen(kind); !s)
         return s;
-    return guarded([&] { return slot(kind).readAll(records); });
+    return dir_->guarded([&] { return slot(kind).readAll(records); });
 }
 
-Status DataFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
+Status TeamFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
     if (Status s = ensureOpen(kind); !s)
         return s;
-    Status s = guarded([&] { return slot(kind).replaceAll(records); });
-    // The second handle on the game file must see the new file too.
-    if (s && kind == FileKind::Games)
-        closeFile(FileKind::GamesAlt);
-    if (s && kind == FileKind::GamesAlt)
-        closeFile(FileKind::Games);
-    return s;
+    return dir_->guarded([&] { return slot(kind).replaceAll(records); });
 }
 
-Status DataFiles::replaceTogether(
+Status TeamFiles::replaceTogether(
     const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files) {
     std::vector<std::pair<std::string, Bytes>> contents;
     for (const auto& [kind, records] : files) {
@@ -211,16 +332,10 @@ Status DataFiles::replaceTogether(
             return s;
         contents.emplace_back(fileName(kind), RecordFile::joinRecords(records, recordLength(kind)));
     }
-    for (const auto& entry : files) {
-        closeFile(entry.first);
-        if (entry.first == FileKind::Games)
-            closeFile(FileKind::GamesAlt);
-    }
-    // The files are opened again, on the new contents, when next used.
-    return guarded([&] { return replaceFilesTogether(contents, journalPath()); });
+    return dir_->replaceTogether(contents);
 }
 
-Status DataFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index) {
+Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index) {
     std::vector<Bytes> raw;
     if (Status s = readAll(FileKind::Stats, raw); !s)
         return s;

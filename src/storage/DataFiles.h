@@ -9,92 +9,187 @@
 
 #include <array>
 #include <functional>
+#include <map>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace scorvane {
 
-// The one way the program reaches its data files. Each file kind has its own slot; record access
-// follows the mode-letter convention: "G" reads, any other letter writes. Every operation runs
-// under the disk error handler: a refused read or write shows its message, a disk that is not
-// ready may be retried, and anything else ends the program (the status then says ProgramEnded).
+// Record access: read a record, or write one. In the files' own terms a read is mode "G" and a
+// write any other letter; inside the program the two are named.
+enum class Access { Read, Write };
+
+class TeamFiles;
+
+namespace detail {
+// The open files of one team, shared by every handle on that team.
+struct TeamSlots {
+    int team = 0;
+    std::array<RecordFile, 4> files;  // roster, games, statistics, player information
+};
+} // namespace detail
+
+// The one way the program reaches its data files. This object stands for one data directory (and
+// its report directory): it holds the team list and the report formats, and hands out a TeamFiles
+// handle per team for the team's roster, player information, game and statistics files. Every
+// operation runs under the disk error handler: a refused read or write shows its message, a disk
+// that is not ready may be retried, and anything else ends the program (the status then says
+// ProgramEnded).
 //
-// Files are opened on first use and stay open until the team or the directories change.
+// Files are opened on first use. The team list and report formats stay open until the directories
+// change; a team's files stay open while a handle on the team exists. Handles on the same team
+// share their files, so one handle sees what another wrote. A handle must not outlive its
+// DataFiles.
 class DataFiles {
 public:
     DataFiles(DataPaths paths, Prompter& prompter);
+    ~DataFiles();
+    DataFiles(const DataFiles&) = delete;
+    DataFiles& operator=(const DataFiles&) = delete;
 
     const DataPaths& paths() const { return paths_; }
+    // Another data directory: every open file is closed (handles on teams stay usable and open
+    // their files again, in the new directory, when next used).
     void setPaths(DataPaths paths);
-    int team() const { return team_; }
-    // The current team's number (1..100) is part of every per-team file name.
-    void setTeam(int teamNumber);
+    Prompter& prompter() { return prompter_; }
 
+    // The files of team `number` (1..100), whose number is part of every per-team file name.
+    TeamFiles team(int number);
+
+    // Directory files: the team list and the report formats (kinds TeamList, ReportFormats).
     std::string fileName(FileKind kind) const;
-    // Opens a file, creating it empty when it does not exist. Opening a roster written in an older
-    // record layout converts it to the current one.
-    Status openFile(FileKind kind);
+    [[nodiscard]] Status openFile(FileKind kind);
     void closeFile(FileKind kind);
     void closeAll();
-    Status killFile(FileKind kind);
+    [[nodiscard]] Status killFile(FileKind kind);
     int recordCount(FileKind kind);
+    [[nodiscard]] Status teamRecord(Access mode, int recordNumber, TeamRecord& record);
+    [[nodiscard]] Status reportFormatRecord(Access mode, int recordNumber,
+                                            ReportFormatRecord& record);
+    [[nodiscard]] Status readAll(FileKind kind, std::vector<Bytes>& records);
+    [[nodiscard]] Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
 
-    Status teamRecord(char mode, int recordNumber, TeamRecord& record);
-    Status rosterRecord(char mode, int recordNumber, RosterRecord& record);
-    Status playerInfoRecord(char mode, int recordNumber, PlayerInfoRecord& record);
-    // Reading a game fails with Overflow when a point sum leaves the 16-bit range; the record is
-    // still filled in then.
-    Status gameRecord(char mode, int recordNumber, GameRecord& record);
-    Status gameRecordAlt(int recordNumber, GameRecord& record);
-    Status statRecord(char mode, int recordNumber, StatRecord& record);
-    Status statListRecord(char mode, int recordNumber, StatListRecord& record);
-    Status reportFormatRecord(char mode, int recordNumber, ReportFormatRecord& record);
+    template <class R> [[nodiscard]] Status readAllAs(FileKind kind, std::vector<R>& out);
+    template <class R>
+    [[nodiscard]] Status replaceAllWith(FileKind kind, const std::vector<R>& records);
 
-    // Whole-file passes: every record read at once, or the file replaced at once (crash-safe).
-    Status readAll(FileKind kind, std::vector<Bytes>& records);
-    Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
-
-    // Replaces several files at once so that a crash at any moment leaves all of them as before
-    // or all of them as after: each new file is written beside its old one, a journal naming
-    // them is written, the new files are renamed over the old ones and the journal is removed.
-    // A journal left by a crash is completed the next time a file of the directory is opened.
-    Status replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files);
-
-    template <class R> Status readAllAs(FileKind kind, std::vector<R>& out) {
-        std::vector<Bytes> raw;
-        Status s = readAll(kind, raw);
-        out.clear();
-        out.reserve(raw.size());
-        for (const auto& b : raw)
-            out.push_back(R::decode(b));
-        return s;
-    }
-    template <class R> Status replaceAllWith(FileKind kind, const std::vector<R>& records) {
-        std::vector<Bytes> raw;
-        raw.reserve(records.size());
-        for (const auto& r : records)
-            raw.push_back(r.encode());
-        return replaceAll(kind, raw);
-    }
-
-    // Indexes the statistics of a game (see StatIndex.h) and writes back the records whose copied
-    // game type or Special Select mark it corrected, in one pass over the file.
-    Status indexGameStats(const GameRecord& game, GameStatsIndex& index);
+    // Runs a file operation under the disk error handler.
+    [[nodiscard]] Status guarded(const std::function<Status()>& op);
+    // A journal left by a crash is completed before the first file of the directory is opened.
+    [[nodiscard]] Status finishInterruptedReplacement();
+    // Replaces several files of the directory at once (see replaceFilesTogether): a crash at any
+    // moment leaves all of them as before or all of them as after. The files' slots are closed
+    // first and opened again, on the new contents, when next used.
+    [[nodiscard]] Status replaceTogether(const std::vector<std::pair<std::string, Bytes>>& files);
 
 private:
-    RecordFile& slot(FileKind kind) { return slots_[static_cast<std::size_t>(kind)]; }
-    Status guarded(const std::function<Status()>& op);
-    Status ensureOpen(FileKind kind);
-    Status access(FileKind kind, char mode, int recordNumber, Bytes& bytes);
-    template <class R> Status typed(FileKind kind, char mode, int recordNumber, R& record);
-    Status convertRoster();
-    Status finishInterruptedReplacement();
+    friend class TeamFiles;
+    RecordFile& slot(FileKind kind);
+    void closeTeamFiles(const std::string& path);
     std::string journalPath() const { return paths_.dataDirectory + "FBJOURNL.TMP"; }
 
     DataPaths paths_;
     Prompter& prompter_;
-    int team_ = 1;
     bool journalChecked_ = false;
-    std::array<RecordFile, 10> slots_;
+    RecordFile teamList_;
+    RecordFile reportFormats_;
+    std::map<int, std::weak_ptr<detail::TeamSlots>> teams_;
 };
+
+// The files of one team: roster, player information, games and player statistics. Record access
+// follows the files' numbering from 1; whole-file passes read or replace a file at once.
+class TeamFiles {
+public:
+    int number() const { return slots_->team; }
+    DataFiles& directory() { return *dir_; }
+
+    // Kinds Roster, Games, Stats and PlayerInfo.
+    std::string fileName(FileKind kind) const;
+    // Opens a file, creating it empty when it does not exist. Opening a roster written in an older
+    // record layout converts it to the current one.
+    [[nodiscard]] Status openFile(FileKind kind);
+    void closeFile(FileKind kind);
+    void closeAll();
+    [[nodiscard]] Status killFile(FileKind kind);
+    int recordCount(FileKind kind);
+
+    [[nodiscard]] Status rosterRecord(Access mode, int recordNumber, RosterRecord& record);
+    [[nodiscard]] Status playerInfoRecord(Access mode, int recordNumber, PlayerInfoRecord& record);
+    // Reading a game fails with Overflow when a point sum leaves the 16-bit range; the record is
+    // still filled in then.
+    [[nodiscard]] Status gameRecord(Access mode, int recordNumber, GameRecord& record);
+    [[nodiscard]] Status statRecord(Access mode, int recordNumber, StatRecord& record);
+    [[nodiscard]] Status statListRecord(Access mode, int recordNumber, StatListRecord& record);
+
+    // Whole-file passes: every record read at once, or the file replaced at once (crash-safe).
+    [[nodiscard]] Status readAll(FileKind kind, std::vector<Bytes>& records);
+    [[nodiscard]] Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
+    template <class R> [[nodiscard]] Status readAllAs(FileKind kind, std::vector<R>& out);
+    template <class R>
+    [[nodiscard]] Status replaceAllWith(FileKind kind, const std::vector<R>& records);
+
+    // Replaces several files of this team so that a crash at any moment leaves all of them as
+    // before or all of them as after: each new file is written beside its old one, a journal
+    // naming them is written, the new files are renamed over the old ones and the journal is
+    // removed. A journal left by a crash is completed the next time a file of the directory is
+    // opened.
+    [[nodiscard]] Status
+    replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files);
+
+    // Indexes the statistics of a game (see StatIndex.h) and writes back the records whose copied
+    // game type or Special Select mark it corrected, in one pass over the file.
+    [[nodiscard]] Status indexGameStats(const GameRecord& game, GameStatsIndex& index);
+
+private:
+    friend class DataFiles;
+    TeamFiles(DataFiles& dir, std::shared_ptr<detail::TeamSlots> shared)
+        : dir_(&dir), slots_(std::move(shared)) {}
+    RecordFile& slot(FileKind kind);
+    [[nodiscard]] Status ensureOpen(FileKind kind);
+    [[nodiscard]] Status access(FileKind kind, Access mode, int recordNumber, Bytes& bytes);
+    template <class R>
+    [[nodiscard]] Status typed(FileKind kind, Access mode, int recordNumber, R& record);
+    [[nodiscard]] Status convertRoster();
+
+    DataFiles* dir_;
+    std::shared_ptr<detail::TeamSlots> slots_;
+};
+
+namespace detail {
+template <class R> std::vector<R> decodeAll(const std::vector<Bytes>& raw) {
+    std::vector<R> out;
+    out.reserve(raw.size());
+    for (const auto& b : raw)
+        out.push_back(R::decode(b));
+    return out;
+}
+template <class R> std::vector<Bytes> encodeAll(const std::vector<R>& records) {
+    std::vector<Bytes> raw;
+    raw.reserve(records.size());
+    for (const auto& r : records)
+        raw.push_back(r.encode());
+    return raw;
+}
+} // namespace detail
+
+template <class R> Status DataFiles::readAllAs(FileKind kind, std::vector<R>& out) {
+    std::vector<Bytes> raw;
+    Status s = readAll(kind, raw);
+    out = detail::decodeAll<R>(raw);
+    return s;
+}
+template <class R> Status DataFiles::replaceAllWith(FileKind kind, const std::vector<R>& records) {
+    return replaceAll(kind, detail::encodeAll(records));
+}
+template <class R> Status TeamFiles::readAllAs(FileKind kind, std::vector<R>& out) {
+    std::vector<Bytes> raw;
+    Status s = readAll(kind, raw);
+    out = detail::decodeAll<R>(raw);
+    return s;
+}
+template <class R> Status TeamFiles::replaceAllWith(FileKind kind, const std::vector<R>& records) {
+    return replaceAll(kind, detail::encodeAll(records));
+}
 
 } // namespace scorvane

@@ -29,40 +29,42 @@ std::optional<std::int16_t> sum16(const std::array<std::int16_t, 5>& v) {
 
 Bytes TeamRecord::encode() const {
     Bytes rec = blank(Length);
-    putText(rec, 0, 25, teamName);
-    putText(rec, 25, 10, shortName);
-    putText(rec, 35, 5, teamTag);
+    putText(rec, 0, width::teamName, teamName);
+    putText(rec, 25, width::shortName, shortName);
+    putText(rec, 35, width::teamTag, teamTag);
     return rec;
 }
 
 TeamRecord TeamRecord::decode(const Bytes& bytes) {
     const Bytes rec = sized(bytes, Length);
-    return {getText(rec, 0, 25), getText(rec, 25, 10), getText(rec, 35, 5)};
+    return {getText(rec, 0, width::teamName), getText(rec, 25, width::shortName),
+            getText(rec, 35, width::teamTag)};
 }
 
 Bytes RosterRecord::encode() const {
     Bytes rec = blank(Length);
     putInt16(rec, 0, playerNumber);
-    putText(rec, 2, 17, playerName);
-    putText(rec, 19, 182, rosterExtra);
+    putText(rec, 2, width::playerName, playerName);
+    putText(rec, 19, width::rosterExtra, rosterExtra);
     return rec;
 }
 
 RosterRecord RosterRecord::decode(const Bytes& bytes) {
     const Bytes rec = sized(bytes, Length);
-    return {getInt16(rec, 0), getText(rec, 2, 17), getText(rec, 19, 182)};
+    return {getInt16(rec, 0), getText(rec, 2, width::playerName),
+            getText(rec, 19, width::rosterExtra)};
 }
 
 Bytes PlayerInfoRecord::encode() const {
     Bytes rec = blank(Length);
     putInt16(rec, 0, playerNumber);
-    putText(rec, 2, 20, phone);
-    putText(rec, 22, 40, address1);
-    putText(rec, 62, 40, address2);
-    putText(rec, 102, 20, city);
-    putText(rec, 142, 5, state);
-    putText(rec, 167, 10, zip);
-    putText(rec, 197, 70, other);
+    putText(rec, 2, width::phone, phone);
+    putText(rec, 22, width::address, address1);
+    putText(rec, 62, width::address, address2);
+    putText(rec, 102, width::city, city);
+    putText(rec, 142, width::state, state);
+    putText(rec, 167, width::zip, zip);
+    putText(rec, 197, width::other, other);
     return rec;
 }
 
@@ -70,13 +72,13 @@ PlayerInfoRecord PlayerInfoRecord::decode(const Bytes& bytes) {
     const Bytes rec = sized(bytes, Length);
     PlayerInfoRecord r;
     r.playerNumber = getInt16(rec, 0);
-    r.phone = getText(rec, 2, 20);
-    r.address1 = getText(rec, 22, 40);
-    r.address2 = getText(rec, 62, 40);
-    r.city = getText(rec, 102, 20);
-    r.state = getText(rec, 142, 5);
-    r.zip = getText(rec, 167, 10);
-    r.other = getText(rec, 197, 70);
+    r.phone = getText(rec, 2, width::phone);
+    r.address1 = getText(rec, 22, width::address);
+    r.address2 = getText(rec, 62, width::address);
+    r.city = getText(rec, 102, width::city);
+    r.state = getText(rec, 142, width::state);
+    r.zip = getText(rec, 167, width::zip);
+    r.other = getText(rec, 197, width::other);
     return r;
 }
 
@@ -96,19 +98,19 @@ Bytes GameRecord::encode() const {
     Bytes rec = blank(Length);
     putInt16(rec, 0, gameNumber);
     putFlag(rec, 2, gameStatus);
-    putText(rec, 3, 6, gameDate);
-    putText(rec, 9, 20, gameLocation);
-    putText(rec, 29, 25, opponent);
+    putText(rec, 3, width::gameDate, gameDate);
+    putText(rec, 9, width::gameLocation, gameLocation);
+    putText(rec, 29, width::opponent, opponent);
     for (std::size_t i = 0; i < 5; ++i) {
         putInt16(rec, 54 + 2 * i, opponentScore[i]);
         putInt16(rec, 64 + 2 * i, teamScore[i]);
     }
-    putText(rec, 74, 58, gameComment);
+    putText(rec, 74, width::gameComment, gameComment);
     putFlag(rec, 132, gameType);
     putFlag(rec, 133, homeFlag);
     putFlag(rec, 134, specialSelect);
     putInt16(rec, 135, overtimeFlag);
-    putText(rec, 137, 63, tail);
+    putText(rec, 137, width::gameTail, tail);
     return rec;
 }
 
@@ -117,19 +119,19 @@ GameRecord GameRecord::decode(const Bytes& bytes) {
     GameRecord g;
     g.gameNumber = getInt16(rec, 0);
     g.gameStatus = getFlag(rec, 2);
-    g.gameDate = getText(rec, 3, 6);
-    g.gameLocation = getText(rec, 9, 20);
-    g.opponent = getText(rec, 29, 25);
+    g.gameDate = getText(rec, 3, width::gameDate);
+    g.gameLocation = getText(rec, 9, width::gameLocation);
+    g.opponent = getText(rec, 29, width::opponent);
     for (std::size_t i = 0; i < 5; ++i) {
         g.opponentScore[i] = getInt16(rec, 54 + 2 * i);
         g.teamScore[i] = getInt16(rec, 64 + 2 * i);
     }
-    g.gameComment = getText(rec, 74, 58);
+    g.gameComment = getText(rec, 74, width::gameComment);
     g.gameType = getFlag(rec, 132);
     g.homeFlag = getFlag(rec, 133);
     g.specialSelect = getFlag(rec, 134);
     g.overtimeFlag = getInt16(rec, 135);
-    g.tail = getText(rec, 137, 63);
+    g.tail = getText(rec, 137, width::gameTail);
     return g;
 }
 
@@ -200,7 +202,7 @@ Bytes ReportFormatRecord::encode() const {
     Bytes rec = blank(Length);
     putFlag(rec, 0, category);
     putFlag(rec, 1, deletionMark);
-    putText(rec, 2, 20, reportName);
+    putText(rec, 2, width::reportName, reportName);
     putInt16(rec, 22, sortColumn);
     putFlag(rec, 24, sortDirection);
     for (std::size_t i = 0; i < ColumnSlots; ++i)
@@ -213,7 +215,7 @@ ReportFormatRecord ReportFormatRecord::decode(const Bytes& bytes) {
     ReportFormatRecord r;
     r.category = getFlag(rec, 0);
     r.deletionMark = getFlag(rec, 1);
-    r.reportName = getText(rec, 2, 20);
+    r.reportName = getText(rec, 2, width::reportName);
     r.sortColumn = getInt16(rec, 22);
     r.sortDirection = getFlag(rec, 24);
     for (std::size_t i = 0; i < ColumnSlots; ++i)

@@ -19,6 +19,29 @@ inline constexpr int kMaxTeams = 100;
 
 inline bool isPlayerNumber(int n) { return n >= 1 && n <= kMaxPlayers; }
 
+// The widths of the text fields, used alike by the records, the logic and the screens.
+namespace width {
+inline constexpr std::size_t teamName = 25;
+inline constexpr std::size_t shortName = 10;
+inline constexpr std::size_t teamTag = 5;
+inline constexpr std::size_t playerName = 17;
+inline constexpr std::size_t rosterExtra = 182;
+inline constexpr std::size_t phone = 20;
+inline constexpr std::size_t address = 40;
+inline constexpr std::size_t city = 20;
+inline constexpr std::size_t state = 5;
+inline constexpr std::size_t zip = 10;
+inline constexpr std::size_t other = 70;
+inline constexpr std::size_t gameDate = 6;
+inline constexpr std::size_t gameLocation = 20;
+inline constexpr std::size_t opponent = 25;
+inline constexpr std::size_t gameComment = 58;
+inline constexpr std::size_t gameTail = 63;
+inline constexpr std::size_t reportName = 20;
+inline constexpr std::size_t gameTypeName = 10;
+inline constexpr std::size_t columnName = 3;
+} // namespace width
+
 // Team list "FBTEAMS.DAT": one record per team; the record number is the team number.
 struct TeamRecord {
     static constexpr std::size_t Length = 40;

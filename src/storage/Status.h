@@ -26,7 +26,7 @@ inline constexpr int DeviceTimeout = 25;
 inline constexpr int Other = 57;  // any other device input/output failure
 } // namespace diskerr
 
-class Status {
+class [[nodiscard]] Status {
 public:
     Status() = default;
     static Status ok() { return {}; }

@@ -61,25 +61,29 @@ TEST(DecoderFuzz, RandomFilesNeverUpsetTheReaders) {
         }
         dir.write("FBPN1.DAT", roster);
 
-        DataFiles files(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+        DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+        TeamFiles files = data.team(1);
         const Status rosterStatus = files.openFile(FileKind::Roster);
         EXPECT_TRUE(rosterStatus ? dir.read("FBPN1.DAT").size() % 201 == 0
                                  : rosterStatus.kind() == ErrorKind::Unreadable &&
                                        dir.read("FBPN1.DAT") == roster);
         // A damaged length counts whole records only; a game past them is out of range.
-        for (FileKind kind : {FileKind::TeamList, FileKind::Games, FileKind::Stats,
-                              FileKind::PlayerInfo, FileKind::ReportFormats}) {
+        auto countsWholeRecords = [](auto& holder, FileKind kind) {
             const auto whole =
-                std::filesystem::file_size(files.fileName(kind)) / recordLength(kind);
+                std::filesystem::file_size(holder.fileName(kind)) / recordLength(kind);
             std::vector<Bytes> all;
-            ASSERT_TRUE(files.readAll(kind, all));
+            ASSERT_TRUE(holder.readAll(kind, all));
             EXPECT_EQ(all.size(), whole);
-            EXPECT_EQ(files.recordCount(kind), static_cast<int>(whole));
-        }
+            EXPECT_EQ(holder.recordCount(kind), static_cast<int>(whole));
+        };
+        for (FileKind kind : {FileKind::Games, FileKind::Stats, FileKind::PlayerInfo})
+            countsWholeRecords(files, kind);
+        for (FileKind kind : {FileKind::TeamList, FileKind::ReportFormats})
+            countsWholeRecords(data, kind);
         const int games = files.recordCount(FileKind::Games);
         for (int n = 1; n <= games + 1; ++n) {
             GameRecord g;
-            const Status s = files.gameRecord('G', n, g);
+            const Status s = files.gameRecord(Access::Read, n, g);
             EXPECT_TRUE(n > games ? s.kind() == ErrorKind::RecordRange
                                   : s || s.kind() == ErrorKind::Overflow);
         }

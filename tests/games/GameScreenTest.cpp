@@ -15,7 +15,7 @@ namespace {
 struct GameFixture : ::testing::Test, scorvane::testing::ScratchData {
     GameList games;
 
-    GameFixture() { files.setTeam(2); }
+    GameFixture() { files = data.team(2); }
     // Adds a game with these score boxes (the opponent's five, then the team's); returns its bytes.
     Bytes add(std::array<std::string, 10> scores) {
         EXPECT_TRUE(games.load(files));
@@ -132,18 +132,16 @@ TEST_F(GameFixture, ImportChecksTheOpponentListsItsLiveGamesAndMirrorsOne) {
     theirs[1].gameStatus = 'D';
     theirs[2] = {2,           'A', "091303", "Home Field", "Us", {10, 0, 0, 0, 6}, {7, 0, 0, 3, 0},
                  "Close one", '4', '2'};
-    files.setTeam(5);
-    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, theirs));
-    files.setTeam(2);
+    TeamFiles opponent = data.team(5);
+    ASSERT_TRUE(opponent.replaceAllWith(FileKind::Games, theirs));
 
     std::vector<ImportChoice> choices;
-    ASSERT_TRUE(listOpponentGames(files, 5, ConfigRecord::defaults(), choices));
+    ASSERT_TRUE(listOpponentGames(opponent, ConfigRecord::defaults(), choices));
     ASSERT_EQ(choices.size(), 2u);
     EXPECT_EQ(choices[1].position, 3);
     EXPECT_EQ(choices[1].line, GameList::line(theirs[2], ConfigRecord::defaults()));
     GameRecord game;
-    ASSERT_TRUE(readOpponentGame(files, 5, 3, game));
-    EXPECT_EQ(files.team(), 2); // put back after each reading
+    ASSERT_TRUE(readOpponentGame(opponent, 3, game));
 
     form.applyImport(game, false);
     const auto& f = form.fields();

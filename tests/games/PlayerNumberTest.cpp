@@ -17,7 +17,7 @@ struct PlayerNumberFixture : ::testing::Test, scorvane::testing::ScratchData {
     // Players 7 "Seven", 12 and 30 named, 4 vacant. Results as (game, player, status): 12 has only
     // a deleted one, 9 a live one. Contact details for 2, 7, 9, 12 and 30, each a phone "p<n>".
     PlayerNumberFixture() {
-        files.setTeam(3);
+        files = data.team(3);
         const std::vector<RosterRecord> pn{
             {7, "Seven", "x7"}, {12, "Other", "x12"}, {30, "Other", "x30"}};
         const std::vector<StatRecord> ps{{{1, 7, ' ', 'A', '1', '1'}, {100}},

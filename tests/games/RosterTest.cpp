@@ -13,7 +13,7 @@ namespace {
 struct RosterFixture : ::testing::Test, scorvane::testing::ScratchData {
     Roster roster;
 
-    RosterFixture() { files.setTeam(4); }
+    RosterFixture() { files = data.team(4); }
 
     void name(RosterEditor& editor, int number, const std::string& text) {
         editor.select(number);

@@ -1,7 +1,7 @@
 // The message boxes of QtPrompter and the About box on their own.
 
 #include "shell/ui/AboutDialog.h"
-#include "shell/ui/QtPrompter.h"
+#include "ui/QtPrompter.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -26,9 +26,8 @@ struct Season : scorvane::testing::ScratchData {
     GameList games;
 
     Season() {
-        TeamSelection::createTeamList(files);
-        teams.storeNames(files, 1, "Bears", "");
-        files.setTeam(1);
+        QVERIFY(TeamSelection::createTeamList(data).isOk());
+        QVERIFY(teams.storeNames(data, 1, "Bears", "").isOk());
     }
     void addGame(const char* opponent) {
         GameRecord g;
@@ -53,7 +52,7 @@ class TestGameScreens : public QObject {
 private slots:
     void scoreBoxesTakeDigitsOnly() {
         Season s;
-        GameScreenDialog d(s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
+        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
         showActive(&d);
         QCOMPARE(d.windowTitle(), QStringLiteral("Game Screen - Bears"));
         QCOMPARE(text(&d, "lblAddGame"),
@@ -72,7 +71,7 @@ private slots:
     void aTieAsksAboutOvertimeAndABadDateIsRefused() {
         Season s;
         for (const char* them : {"14", "17"}) {
-            GameScreenDialog d(s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
+            GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
             showActive(&d);
             QTest::keyClicks(box(&d, "txtGameDate"), QStringLiteral("1332x9"));
             QTest::keyClicks(box(&d, "txtScore1"), QStringLiteral("14"));
@@ -100,7 +99,7 @@ private slots:
         Season s;
         s.addGame("Lions");
         s.addGame("Rams");
-        GameMenuDialog d(s.files, s.prompter, s.config, s.teams, 1);
+        GameMenuDialog d(s.data, s.prompter, s.config, s.teams, 1);
         showActive(&d);
         auto* list = d.findChild<QListWidget*>("lstGameMenu");
         QCOMPARE(d.windowTitle(), QStringLiteral("Game Menu - Bears"));

@@ -5,7 +5,7 @@
 #include "shell/Startup.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/MainWindow.h"
-#include "shell/ui/TextCodec.h"
+#include "ui/TextCodec.h"
 #include "support/FakePrompter.h"
 
 #include <QAction>

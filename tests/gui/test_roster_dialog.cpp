@@ -16,7 +16,7 @@ namespace {
 // Team 2's roster screen over an empty data directory.
 struct Team : scorvane::testing::ScratchData {
     Roster roster;
-    RosterDialog dialog{files, roster, prompter, 2, QStringLiteral("Lions")};
+    RosterDialog dialog{data.team(2), roster, prompter, QStringLiteral("Lions")};
 
     Team() {
         dialog.show();

@@ -1,8 +1,8 @@
 // The team selection, the team name dialog, Name Your Own and the data directory.
 
-#include "shell/ui/Application.h"
+#include "app/Application.h"
 #include "shell/ui/MainWindow.h"
-#include "shell/ui/TextCodec.h"
+#include "ui/TextCodec.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
@@ -37,9 +37,9 @@ struct Season {
         session.paths = DataPaths{dir.dir(), dir.dir(), dir.dir()};
         DataFiles files(session.paths, prompter);
         TeamSelection names;
-        TeamSelection::createTeamList(files);
-        names.storeNames(files, 1, "Bears", "");
-        names.storeNames(files, 2, "Lions", "");
+        QVERIFY(TeamSelection::createTeamList(files).isOk());
+        QVERIFY(names.storeNames(files, 1, "Bears", "").isOk());
+        QVERIFY(names.storeNames(files, 2, "Lions", "").isOk());
         files.closeAll();
         app = std::make_unique<Application>(session, prompter);
         app->window().show();

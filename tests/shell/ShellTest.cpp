@@ -121,7 +121,7 @@ TEST_F(StartupTest, ReadyWithATeamListAndUpgraded) {
     c.sort[2] = {4, 'A'};
     program.write("BXFB.INI", c.encode());
     EXPECT_EQ(start(), StartupOutcome::NeedDataDirectory);
-    EXPECT_EQ(session.startupMark, 'E');
+    EXPECT_EQ(session.startupMark, StartupMark::NoDataDirectory);
     EXPECT_EQ(session.columns.columnName('P', 19), "QBR");
     EXPECT_EQ(session.columns.columnName('T', ColumnTable::firstUserColumn('T') + 4), "RTD");
     EXPECT_EQ(session.options.sort, c.sort);
@@ -133,7 +133,7 @@ TEST_F(StartupTest, ReadyWithATeamListAndUpgraded) {
         program.write("BXFB.INI", ini);
         session = {};
         EXPECT_EQ(start(), StartupOutcome::Ready);
-        EXPECT_EQ(session.startupMark, ' ');
+        EXPECT_EQ(session.startupMark, StartupMark::Ready);
         EXPECT_EQ(session.configUpgraded, length == ConfigRecord::LegacyLength);
         EXPECT_EQ(program.read("BXFB.INI").size(), 1018u);
         EXPECT_EQ(session.paths.dataDirectory, data.dir());

@@ -31,6 +31,7 @@ protected:
     TempDir data, reports;
     FakePrompter prompter;
     DataFiles files{DataPaths{data.dir(), data.dir(), reports.dir()}, prompter};
+    TeamFiles team = files.team(1);
 
     // Faults of the data are no disk errors: no test here may bring up a message.
     void TearDown() override { EXPECT_TRUE(prompter.shown.empty()); }
@@ -40,56 +41,66 @@ Bytes stats(StatHeader h) { return StatRecord{.header = h}.encode(); }
 
 } // namespace
 
-TEST_F(DataFilesTest, ModeLettersRecordRangeAndPerTeamFiles) {
+TEST_F(DataFilesTest, RecordRangeAndPerTeamFiles) {
     TeamRecord t{"Ravens", "RAV", ""};
-    ASSERT_TRUE(files.teamRecord('P', 1, t));
+    ASSERT_TRUE(files.teamRecord(Access::Write, 1, t));
     t.teamName = "Tigers";
-    ASSERT_TRUE(files.teamRecord('a', 2, t));  // any letter but "G" writes
+    ASSERT_TRUE(files.teamRecord(Access::Write, 2, t));
     EXPECT_EQ(data.read("FBTEAMS.DAT"),
               join({TeamRecord{"Ravens", "RAV", ""}.encode(), t.encode()}));
-    ASSERT_TRUE(files.teamRecord('G', 1, t));
+    ASSERT_TRUE(files.teamRecord(Access::Read, 1, t));
     EXPECT_EQ(trimRight(t.teamName), "Ravens");
     // Outside the file a record is refused, not a crash; writing may add one at the end.
-    for (auto [mode, n] :
-         {std::pair{'G', 0}, {'G', -1}, {'G', 3}, {'G', 32767}, {'P', 0}, {'P', 4}})
-        EXPECT_EQ(files.teamRecord(mode, n, t).kind(), ErrorKind::RecordRange) << mode << n;
+    for (auto [mode, n] : {std::pair{Access::Read, 0}, {Access::Read, -1}, {Access::Read, 3},
+                           {Access::Read, 32767}, {Access::Write, 0}, {Access::Write, 4}})
+        EXPECT_EQ(files.teamRecord(mode, n, t).kind(), ErrorKind::RecordRange) << n;
     EXPECT_EQ(data.read("FBTEAMS.DAT").size(), 80u);
 
-    // Per-team files follow the current team.
-    files.setTeam(3);
+    // Each team's files carry its own number; two handles on one team share its files.
+    TeamFiles three = files.team(3);
     RosterRecord r{.playerNumber = 4};
-    ASSERT_TRUE(files.rosterRecord('P', 1, r));
+    ASSERT_TRUE(three.rosterRecord(Access::Write, 1, r));
     EXPECT_EQ(data.read("FBPN3.DAT").size(), 201u);
-    files.setTeam(4);
-    EXPECT_EQ(files.recordCount(FileKind::Roster), 0);
-    ASSERT_TRUE(files.killFile(FileKind::Roster));
+    EXPECT_EQ(files.team(3).recordCount(FileKind::Roster), 1);
+    TeamFiles four = files.team(4);
+    EXPECT_EQ(four.recordCount(FileKind::Roster), 0);
+    ASSERT_TRUE(four.killFile(FileKind::Roster));
     EXPECT_FALSE(data.exists("FBPN4.DAT"));
     EXPECT_TRUE(data.exists("FBPN3.DAT"));
+    // A team file is no directory file, and the other way round.
+    EXPECT_FALSE(files.openFile(FileKind::Roster));
+    EXPECT_FALSE(four.openFile(FileKind::TeamList));
 }
 
-TEST_F(DataFilesTest, PointSumOverflowAndTheSecondGameHandle) {
+TEST_F(DataFilesTest, PointSumOverflowAndASecondHandleOnTheSameTeam) {
     GameRecord g{.gameNumber = 5, .teamScore = {30000, 2767, 0, 0, 0}};
-    ASSERT_TRUE(files.gameRecord('P', 1, g));
+    ASSERT_TRUE(team.gameRecord(Access::Write, 1, g));
     g.teamScore[4] = 1;  // one point more and the team's sum leaves the 16-bit range
-    ASSERT_TRUE(files.gameRecord('P', 2, g));
-    EXPECT_TRUE(files.gameRecord('G', 1, g));
-    const Status s = files.gameRecord('G', 2, g);
+    ASSERT_TRUE(team.gameRecord(Access::Write, 2, g));
+    EXPECT_TRUE(team.gameRecord(Access::Read, 1, g));
+    const Status s = team.gameRecord(Access::Read, 2, g);
     EXPECT_EQ(s.kind(), ErrorKind::Overflow);
     EXPECT_EQ(s.message(), "Overflow");
     EXPECT_EQ(g.teamScore[4], 1);  // the record is filled in all the same
-    EXPECT_EQ(files.gameRecordAlt(2, g).kind(), ErrorKind::Overflow);
 
-    // The second handle, already open, sees the replaced file.
+    // Another handle on the same team, already reading, sees the replaced file.
+    TeamFiles other = files.team(1);
+    EXPECT_EQ(other.gameRecord(Access::Read, 2, g).kind(), ErrorKind::Overflow);
     const std::vector<GameRecord> games = {{.gameNumber = 8}, {.gameNumber = 9}};
-    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, games));
-    ASSERT_TRUE(files.gameRecordAlt(2, g));
+    ASSERT_TRUE(team.replaceAllWith(FileKind::Games, games));
+    ASSERT_TRUE(other.gameRecord(Access::Read, 2, g));
     EXPECT_EQ(g.gameNumber, 9);
+    // A new directory: the same handle opens the files found there.
+    TempDir elsewhere;
+    files.setPaths(DataPaths{elsewhere.dir(), elsewhere.dir(), elsewhere.dir()});
+    EXPECT_EQ(other.recordCount(FileKind::Games), 0);
+    EXPECT_EQ(data.read("FBGS1.DAT").size(), 400u);
 }
 
 TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
     const GameRecord game{.gameNumber = 5, .gameType = '3', .specialSelect = '2'};
     GameStatsIndex index;
-    ASSERT_TRUE(files.indexGameStats(game, index));
+    ASSERT_TRUE(team.indexGameStats(game, index));
     EXPECT_EQ(index.insertionPoint, 1);  // an empty file
 
     files.closeAll();
@@ -104,7 +115,7 @@ TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
         stats({5, 20, 'C', 'A', '1', '1'}),  // behind a later game: not found
     });
     data.write("FBPS1.DAT", expected);
-    ASSERT_TRUE(files.indexGameStats(game, index));
+    ASSERT_TRUE(team.indexGameStats(game, index));
     EXPECT_EQ(index.insertionPoint, 7);
     EXPECT_EQ(index.recordCount, 8);
     const auto& at = index.recordOf;
@@ -115,7 +126,7 @@ TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
     EXPECT_EQ(data.read("FBPS1.DAT"), expected);
 
     // No later game: new records go at the end, and a game without records changes nothing.
-    ASSERT_TRUE(files.indexGameStats(GameRecord{.gameNumber = 7}, index));
+    ASSERT_TRUE(team.indexGameStats(GameRecord{.gameNumber = 7}, index));
     EXPECT_EQ(index.insertionPoint, 9);
     EXPECT_EQ(data.read("FBPS1.DAT"), expected);
 }
@@ -130,14 +141,14 @@ TEST_F(DataFilesTest, OlderRosterLayoutsAreConvertedAndUnknownOnesRefused) {
     };
     for (std::size_t length : {19u, 60u}) {
         data.write("FBPN1.DAT", roster(length));
-        ASSERT_TRUE(files.openFile(FileKind::Roster)) << length;
+        ASSERT_TRUE(team.openFile(FileKind::Roster)) << length;
         EXPECT_EQ(data.read("FBPN1.DAT"), roster(201)) << length;
-        EXPECT_EQ(files.recordCount(FileKind::Roster), 3);
-        files.closeAll();
+        EXPECT_EQ(team.recordCount(FileKind::Roster), 3);
+        team.closeAll();
     }
     const Bytes junk(50, 'x');
     data.write("FBPN1.DAT", junk);
-    EXPECT_EQ(files.openFile(FileKind::Roster).kind(), ErrorKind::Unreadable);
+    EXPECT_EQ(team.openFile(FileKind::Roster).kind(), ErrorKind::Unreadable);
     EXPECT_EQ(data.read("FBPN1.DAT"), junk);
 }
 
@@ -238,12 +249,12 @@ TEST(ReadOnlyFolder, WritesAreRefusedAsWriteProtectedAndFilesStayUnchanged) {
     FakePrompter prompter;
     DataFiles files(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
     TeamRecord t;
-    ASSERT_TRUE(files.teamRecord('G', 2, t));  // reading still works
+    ASSERT_TRUE(files.teamRecord(Access::Read, 2, t));  // reading still works
     EXPECT_EQ(trimRight(t.teamName), "Tigers");
-    EXPECT_EQ(files.teamRecord('P', 1, t).kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(files.teamRecord(Access::Write, 1, t).kind(), ErrorKind::ProgramEnded);
     EXPECT_EQ(files.replaceAll(FileKind::TeamList, {t.encode()}).kind(), ErrorKind::ProgramEnded);
     GameRecord g;
-    EXPECT_EQ(files.gameRecord('P', 1, g).kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(files.team(1).gameRecord(Access::Write, 1, g).kind(), ErrorKind::ProgramEnded);
     ConfigRecord config;
     bool upgraded = false;
     EXPECT_EQ(loadConfiguration(prompter, dir.file("BXFB.INI"), config, upgraded).kind(),
@@ -269,7 +280,8 @@ TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
     const std::vector<Bytes> small(300, pattern(110)), large(500, Bytes(110, 2));
     const std::vector<Bytes> fewGames(3, pattern(200)), manyGames(9, Bytes(200, 3));
     FakePrompter prompter;
-    DataFiles files(paths, prompter);
+    DataFiles data(paths, prompter);
+    TeamFiles files = data.team(1);
     auto replace = [&](bool toLarge) {
         if (!together)
             return files.replaceAll(FileKind::Stats, toLarge ? large : small);
@@ -302,7 +314,7 @@ TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
         ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself";
 
         DataFiles reopened(paths, prompter);  // finishes an interrupted replacement
-        ASSERT_TRUE(reopened.openFile(FileKind::Stats));
+        ASSERT_TRUE(reopened.team(1).openFile(FileKind::Stats));
         const Bytes now = dir.read("FBPS1.DAT");  // empty when there is no file
         ASSERT_TRUE(now == join(small) || now == join(large))
             << "kill " << i << " left a file of " << now.size() << " bytes that is neither";

@@ -11,7 +11,8 @@ namespace scorvane::testing {
 struct ScratchData {
     TempDir dir;
     FakePrompter prompter;
-    DataFiles files{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+    DataFiles data{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
+    TeamFiles files = data.team(1);  // the team most tests work on
 };
 
 } // namespace scorvane::testing

@@ -1,9 +1,9 @@
 #include "GameMenuDialog.h"
 
 #include "GameScreenDialog.h"
-#include "shell/TeamSelection.h"
-#include "shell/ui/DialogParts.h"
-#include "shell/ui/TextCodec.h"
+#include "storage/TeamList.h"
+#include "ui/DialogParts.h"
+#include "ui/TextCodec.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -30,9 +30,9 @@ public:
 } // namespace
 
 GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const ConfigRecord& config,
-                               const TeamSelection& teams, int teamNumber, int currentGame,
+                               const TeamList& teams, int teamNumber, int currentGame,
                                QWidget* parent)
-    : QDialog(parent), files_(files), prompter_(prompter), config_(config), teams_(teams),
+    : QDialog(parent), data_(files), files_(files.team(teamNumber)), prompter_(prompter), config_(config), teams_(teams),
       team_(teamNumber), currentGame_(currentGame) {
     setObjectName(QStringLiteral("frmGameMenu"));
     setWindowTitle(QStringLiteral("Game Menu - ") + fromFileText(teams_.teamName(team_)));
@@ -83,7 +83,6 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     layout->addLayout(buttons);
     resize(sizeHint().width(), 420);
 
-    files_.setTeam(team_);
     open();
     list_->setFocus();
 }
@@ -94,7 +93,7 @@ GameMenuDialog::~GameMenuDialog() {
 
 void GameMenuDialog::open() {
     // A file that cannot be read was reported by the storage layer; what was read is shown.
-    games_.load(files_);
+    (void)games_.load(files_);
     const std::vector<std::string> lines = games_.openingLines(config_);
     const int count = static_cast<int>(lines.size());
     showLines(lines, count,
@@ -125,7 +124,7 @@ int GameMenuDialog::selectedGame() const {
 
 void GameMenuDialog::openGame(char mode, int gameNumber) {
     const int row = list_->currentRow();
-    GameScreenDialog screen(files_, games_, prompter_, config_, teams_, team_, mode, gameNumber,
+    GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode, gameNumber,
                             this);
     const bool saved = screen.exec() == QDialog::Accepted;
     if (mode != 'A')
@@ -133,7 +132,8 @@ void GameMenuDialog::openGame(char mode, int gameNumber) {
 
     // Back on the list: the marks are cleared and the list rebuilt with the "New Game" line.
     std::vector<std::string> lines;
-    games_.refresh(files_, config_, lines);
+    // A disk error was shown by the storage layer; the lines read so far are shown.
+    (void)games_.refresh(files_, config_, lines);
     const int count = static_cast<int>(lines.size());
     if (mode == 'A' && saved)
         currentGame_ = games_.activeCount();
@@ -165,7 +165,8 @@ void GameMenuDialog::deleteGame() {
     if (game == 0)
         return;
     bool deleted = false;
-    games_.remove(files_, prompter_, game - 1, deleted);
+    // A failed deletion was shown by the storage layer and leaves `deleted` false.
+    (void)games_.remove(files_, prompter_, game - 1, deleted);
     if (deleted)
         open();
     list_->setFocus();

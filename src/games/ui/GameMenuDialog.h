@@ -1,6 +1,7 @@
 #pragma once
 
 #include "games/GameList.h"
+#include "storage/DataFiles.h"
 
 #include <QDialog>
 
@@ -11,8 +12,9 @@ class QPushButton;
 namespace scorvane {
 
 class DataFiles;
+class TeamFiles;
 class Prompter;
-class TeamSelection;
+class TeamList;
 struct ConfigRecord;
 
 // A team's games, one summary line each, and the commands on them: add, insert before, change
@@ -25,7 +27,7 @@ class GameMenuDialog : public QDialog {
 public:
     // `currentGame` is the game worked on last (0 for none); its line is selected on opening.
     GameMenuDialog(DataFiles& files, Prompter& prompter, const ConfigRecord& config,
-                   const TeamSelection& teams, int teamNumber, int currentGame = 0,
+                   const TeamList& teams, int teamNumber, int currentGame = 0,
                    QWidget* parent = nullptr);
     ~GameMenuDialog() override;
 
@@ -45,10 +47,11 @@ private:
     void deleteGame();
     void toggleMark();
 
-    DataFiles& files_;
+    DataFiles& data_;
+    TeamFiles files_;
     Prompter& prompter_;
     const ConfigRecord& config_;
-    const TeamSelection& teams_;
+    const TeamList& teams_;
     int team_;
     int currentGame_;
     GameList games_;

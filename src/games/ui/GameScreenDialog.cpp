@@ -2,9 +2,9 @@
 
 #include "ImportGameDialog.h"
 #include "games/GameList.h"
-#include "shell/TeamSelection.h"
-#include "shell/ui/SelectOnFocus.h"
-#include "shell/ui/TextCodec.h"
+#include "storage/TeamList.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 #include "storage/Bytes.h"
 #include "storage/ConfigRecord.h"
 
@@ -64,10 +64,10 @@ void acceptScoreKeysOnly(QLineEdit* box) {
     box->setContextMenuPolicy(Qt::NoContextMenu);
 }
 
-GameScreenDialog::GameScreenDialog(DataFiles& files, GameList& games, Prompter& prompter,
-                                   const ConfigRecord& config, const TeamSelection& teams,
+GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games, Prompter& prompter,
+                                   const ConfigRecord& config, const TeamList& teams,
                                    int teamNumber, char mode, int gameNumber, QWidget* parent)
-    : QDialog(parent), files_(files), games_(games), prompter_(prompter), config_(config),
+    : QDialog(parent), data_(data), files_(std::move(files)), games_(games), prompter_(prompter), config_(config),
       teams_(teams), team_(teamNumber), form_(mode, gameNumber, games) {
     setObjectName(QStringLiteral("frmGameScreen"));
     const QString teamName = fromFileText(teams_.teamName(team_));
@@ -419,13 +419,14 @@ void GameScreenDialog::import() {
     if (!form_.canImport(team_, prompter_))
         return;
     const int opponent = form_.fields().opponentTeam;
-    ImportGameDialog dialog(files_, config_, opponent, fromFileText(teams_.teamName(opponent)),
+    ImportGameDialog dialog(data_.team(opponent), config_, fromFileText(teams_.teamName(opponent)),
                             this);
     if (dialog.exec() != QDialog::Accepted || !dialog.picked())
         return;
     GameRecord theirs;
     // A game that cannot be read was reported by the storage layer; nothing is taken over.
-    if (!readOpponentGame(files_, opponent, dialog.position(), theirs))
+    TeamFiles opponentFiles = data_.team(opponent);
+    if (!readOpponentGame(opponentFiles, dialog.position(), theirs))
         return;
     form_.applyImport(theirs, dialog.importComment());
     fill();

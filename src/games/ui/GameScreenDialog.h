@@ -1,6 +1,7 @@
 #pragma once
 
 #include "games/GameScreen.h"
+#include "storage/DataFiles.h"
 
 #include <QDialog>
 
@@ -14,10 +15,9 @@ class QListWidget;
 
 namespace scorvane {
 
-class DataFiles;
 class GameList;
 class Prompter;
-class TeamSelection;
+class TeamList;
 struct ConfigRecord;
 
 // Lets a box take only the keys a score box takes (digits, Backspace, Delete). Keys that type
@@ -36,8 +36,8 @@ class GameScreenDialog : public QDialog {
 public:
     // `mode` is 'A' (add after the last game), 'I' (insert before game `gameNumber`) or 'C'
     // (change game `gameNumber`). `teamNumber` is the team whose games these are.
-    GameScreenDialog(DataFiles& files, GameList& games, Prompter& prompter,
-                     const ConfigRecord& config, const TeamSelection& teams, int teamNumber,
+    GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games, Prompter& prompter,
+                     const ConfigRecord& config, const TeamList& teams, int teamNumber,
                      char mode, int gameNumber, QWidget* parent = nullptr);
     ~GameScreenDialog() override;
 
@@ -58,11 +58,12 @@ private:
     void save();
     void import();
 
-    DataFiles& files_;
+    DataFiles& data_;
+    TeamFiles files_;
     GameList& games_;
     Prompter& prompter_;
     const ConfigRecord& config_;
-    const TeamSelection& teams_;
+    const TeamList& teams_;
     int team_;
     GameForm form_;
     bool filling_ = false;

@@ -1,8 +1,8 @@
 #include "ImportGameDialog.h"
 
 #include "games/GameScreen.h"
-#include "shell/ui/DialogParts.h"
-#include "shell/ui/TextCodec.h"
+#include "ui/DialogParts.h"
+#include "ui/TextCodec.h"
 #include "storage/Bytes.h"
 
 #include <QCheckBox>
@@ -14,7 +14,7 @@
 
 namespace scorvane {
 
-ImportGameDialog::ImportGameDialog(DataFiles& files, const ConfigRecord& config, int opponentTeam,
+ImportGameDialog::ImportGameDialog(TeamFiles opponent, const ConfigRecord& config,
                                    const QString& opponentName, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmImportGame"));
@@ -28,7 +28,7 @@ ImportGameDialog::ImportGameDialog(DataFiles& files, const ConfigRecord& config,
 
     // A file that cannot be read was reported by the storage layer; what was read is offered.
     std::vector<ImportChoice> choices;
-    listOpponentGames(files, opponentTeam, config, choices);
+    (void)listOpponentGames(opponent, config, choices);
     for (const ImportChoice& choice : choices) {
         list_->addItem(fromFileText(choice.line));
         positions_.push_back(choice.position);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/DataFiles.h"
+
 #include <QDialog>
 
 #include <vector>
@@ -9,7 +11,7 @@ class QListWidget;
 
 namespace scorvane {
 
-class DataFiles;
+class TeamFiles;
 struct ConfigRecord;
 struct ImportChoice;
 
@@ -19,7 +21,7 @@ class ImportGameDialog : public QDialog {
     Q_OBJECT
 
 public:
-    ImportGameDialog(DataFiles& files, const ConfigRecord& config, int opponentTeam,
+    ImportGameDialog(TeamFiles opponent, const ConfigRecord& config,
                      const QString& opponentName, QWidget* parent = nullptr);
     ~ImportGameDialog() override;
 

@@ -1,10 +1,10 @@
 #include "NameYourOwnDialog.h"
 
 #include "games/NameYourOwn.h"
-#include "shell/Startup.h"
-#include "shell/ui/DialogParts.h"
-#include "shell/ui/SelectOnFocus.h"
-#include "shell/ui/TextCodec.h"
+#include "storage/Session.h"
+#include "ui/DialogParts.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 #include "storage/ConfigFile.h"
 
 #include <QGridLayout>

@@ -2,9 +2,9 @@
 
 #include "GameScreenDialog.h"
 #include "games/PlayerNumber.h"
-#include "shell/ui/DialogParts.h"
-#include "shell/ui/SelectOnFocus.h"
-#include "shell/ui/TextCodec.h"
+#include "ui/DialogParts.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,9 +15,9 @@
 
 namespace scorvane {
 
-PlayerNumberDialog::PlayerNumberDialog(DataFiles& files, Roster& roster, Prompter& prompter,
+PlayerNumberDialog::PlayerNumberDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                                        const QString& teamName, QWidget* parent)
-    : QDialog(parent), files_(files), roster_(roster), prompter_(prompter) {
+    : QDialog(parent), files_(std::move(files)), roster_(roster), prompter_(prompter) {
     setObjectName(QStringLiteral("frmPlayerNumber"));
     setWindowTitle(QStringLiteral("Change Player Number - ") + teamName);
     setModal(true);
@@ -82,7 +82,9 @@ void PlayerNumberDialog::change() {
         return;
     }
     bool changed = false;
-    changePlayerNumber(files_, roster_, prompter_, row + 1, toFileText(number_->text()), changed);
+    // Refusals and disk errors were shown to the user; `changed` says whether the move happened.
+    (void)changePlayerNumber(files_, roster_, prompter_, row + 1, toFileText(number_->text()),
+                             changed);
     if (!changed) {
         number_->setFocus();
         number_->selectAll();

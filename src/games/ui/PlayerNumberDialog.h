@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/DataFiles.h"
+
 #include <QDialog>
 
 class QLineEdit;
@@ -7,7 +9,6 @@ class QListWidget;
 
 namespace scorvane {
 
-class DataFiles;
 class Prompter;
 struct Roster;
 
@@ -19,14 +20,14 @@ class PlayerNumberDialog : public QDialog {
 
 public:
     // `roster` is the team's roster, already loaded for the files' current team.
-    PlayerNumberDialog(DataFiles& files, Roster& roster, Prompter& prompter,
+    PlayerNumberDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                        const QString& teamName, QWidget* parent = nullptr);
 
 private:
     void showPlayers();
     void change();
 
-    DataFiles& files_;
+    TeamFiles files_;
     Roster& roster_;
     Prompter& prompter_;
     QListWidget* list_ = nullptr;

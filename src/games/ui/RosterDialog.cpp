@@ -1,8 +1,8 @@
 #include "RosterDialog.h"
 
-#include "shell/ui/DialogParts.h"
-#include "shell/ui/SelectOnFocus.h"
-#include "shell/ui/TextCodec.h"
+#include "ui/DialogParts.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 #include "storage/DataFiles.h"
 
 #include <QGridLayout>
@@ -23,9 +23,9 @@ ContactField contactOf(int box) {
 
 } // namespace
 
-RosterDialog::RosterDialog(DataFiles& files, Roster& roster, Prompter& prompter, int teamNumber,
+RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                            const QString& teamName, QWidget* parent)
-    : QDialog(parent), files_(files), roster_(roster), prompter_(prompter), editor_(roster) {
+    : QDialog(parent), files_(std::move(files)), roster_(roster), prompter_(prompter), editor_(roster) {
     setObjectName(QStringLiteral("frmRoster"));
     setWindowTitle(QStringLiteral("Roster - ") + teamName);
     setModal(true);
@@ -116,9 +116,9 @@ RosterDialog::RosterDialog(DataFiles& files, Roster& roster, Prompter& prompter,
     setTabOrder(remove, close_);
     resize(760, 460);
 
-    files_.setTeam(teamNumber);
-    roster_.load(files_);
-    editor_.open(files_);
+    // A file that cannot be read was reported by the storage layer; its numbers show empty.
+    (void)roster_.load(files_);
+    (void)editor_.open(files_);
     for (const std::string& line : editor_.listLines())
         list_->addItem(fromFileText(line));
     list_->setCurrentRow(0);
@@ -231,7 +231,7 @@ void RosterDialog::finish() {
     finished_ = true;
     // A disk error is shown by the storage layer; the screen closes all the same, for there is
     // nothing more it could do about it.
-    editor_.save(files_);
+    (void)editor_.save(files_);
     QDialog::accept();
 }
 

@@ -2,6 +2,8 @@
 
 #include "games/Roster.h"
 
+#include "storage/DataFiles.h"
+
 #include <QDialog>
 
 #include <array>
@@ -12,7 +14,6 @@ class QPushButton;
 
 namespace scorvane {
 
-class DataFiles;
 class Prompter;
 
 // A team's roster: the 99 numbers on the left, the selected number's name and contact details on
@@ -27,7 +28,7 @@ class RosterDialog : public QDialog {
 
 public:
     // Loads the team's roster into `roster` (shared with the other screens) and selects number 1.
-    RosterDialog(DataFiles& files, Roster& roster, Prompter& prompter, int teamNumber,
+    RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                  const QString& teamName, QWidget* parent = nullptr);
     ~RosterDialog() override;
 
@@ -51,7 +52,7 @@ private:
     void deletePlayer();
     void finish();
 
-    DataFiles& files_;
+    TeamFiles files_;
     Roster& roster_;
     Prompter& prompter_;
     RosterEditor editor_;

@@ -1,9 +1,9 @@
 #include "DataDirectoryDialog.h"
 
-#include "DialogParts.h"
+#include "ui/DialogParts.h"
 #include "MainWindow.h"
-#include "SelectOnFocus.h"
-#include "TextCodec.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 #include "shell/DataDirectory.h"
 #include "shell/TeamSelection.h"
 
@@ -75,7 +75,7 @@ void DataDirectoryDialog::use() {
         return;
     window_.setDataDirectory(session_.paths.dataDirectory);
     teams_.setResetMark();
-    teams_.load(files_);
+    (void)teams_.load(files_);  // a disk error was shown; a short list reads as unnamed teams
     accept();
 }
 

@@ -2,7 +2,7 @@
 
 #include "AboutDialog.h"
 #include "HelpWindow.h"
-#include "TextCodec.h"
+#include "ui/TextCodec.h"
 #include "shell/Help.h"
 
 #include <QAction>
@@ -72,11 +72,11 @@ QString shownDirectory(const std::string& dataDirectory) {
 }
 
 // What to do next, under the data directory on the start page.
-QString startHint(const std::string& dataDirectory, char startupMark) {
+QString startHint(const std::string& dataDirectory, StartupMark startupMark) {
     if (dataDirectory.empty())
         return QStringLiteral("Choose the folder that holds your season with File \u203a Data "
                               "Directory.");
-    if (startupMark == 'E')
+    if (startupMark == StartupMark::NoDataDirectory)
         return QStringLiteral("No team list was found there. Choose the folder that holds your "
                               "season with File \u203a Data Directory.");
     return QStringLiteral("Mark a team below, then enter its games, roster and names from the "

@@ -1,8 +1,8 @@
 #include "TeamNameDialog.h"
 
-#include "DialogParts.h"
-#include "SelectOnFocus.h"
-#include "TextCodec.h"
+#include "ui/DialogParts.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 #include "shell/TeamSelection.h"
 #include "storage/Bytes.h"
 

@@ -1,6 +1,6 @@
 #include "TeamSelectPanel.h"
 
-#include "TextCodec.h"
+#include "ui/TextCodec.h"
 #include "shell/TeamSelection.h"
 
 #include <QHBoxLayout>

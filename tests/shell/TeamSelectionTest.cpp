@@ -35,13 +35,13 @@ TEST(TeamNames, EmptyAndOverlongNamesFollowTheNamingRules) {
 }
 
 TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
-    ASSERT_TRUE(TeamSelection::createTeamList(files));
+    ASSERT_TRUE(TeamSelection::createTeamList(data));
     EXPECT_EQ(dir.read("FBTEAMS.DAT"), Bytes(4000, ' '));
 
     TeamSelection teams;
-    ASSERT_TRUE(teams.load(files));
+    ASSERT_TRUE(teams.load(data));
     // "Montréal" as the files keep it: é is one byte, 0xE9.
-    ASSERT_TRUE(teams.storeNames(files, 3, "Montr\xE9" "al Rams", ""));
+    ASSERT_TRUE(teams.storeNames(data, 3, "Montr\xE9" "al Rams", ""));
     const Bytes bytes = dir.read("FBTEAMS.DAT");
     ASSERT_EQ(bytes.size(), 4000u);
     EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\xE9" "al Rams", 25) + "Montr\xE9" "al R" + "     ");
@@ -49,7 +49,7 @@ TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
     EXPECT_EQ(textAt(bytes, 120, 3880), std::string(3880, ' '));
 
     TeamSelection again;
-    ASSERT_TRUE(again.load(files));
+    ASSERT_TRUE(again.load(data));
     EXPECT_EQ(again.lines()[2], "Montr\xE9" "al Rams");
     EXPECT_EQ(again.lines()[0], "");
     EXPECT_EQ(again.lines().size(), 100u);
@@ -58,8 +58,8 @@ TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
 TEST_F(TeamFixture, AShortTeamListIsCompletedBeforeATeamPastItsEndIsNamed) {
     dir.write("FBTEAMS.DAT", TeamRecord{"One", "One", ""}.encode());
     TeamSelection teams;
-    ASSERT_TRUE(teams.load(files));
-    ASSERT_TRUE(teams.storeNames(files, 50, "Fifty", "50"));
+    ASSERT_TRUE(teams.load(data));
+    ASSERT_TRUE(teams.storeNames(data, 50, "Fifty", "50"));
     const Bytes bytes = dir.read("FBTEAMS.DAT");
     ASSERT_EQ(bytes.size(), 4000u);
     EXPECT_EQ(textAt(bytes, 0, 3), "One");
@@ -95,7 +95,7 @@ TEST_F(TeamFixture, ChoosingAFolderWithTeamsKeepsItsTeamList) {
     session.configPath = dir.file("BXFB.INI");
     session.config = ConfigRecord::defaults();
     dir.write("FBTEAMS.DAT", TeamRecord{"Kept", "Kept", ""}.encode());
-    ASSERT_TRUE(useDataDirectory(session, files, prompter, dir.path().string()));
+    ASSERT_TRUE(useDataDirectory(session, data, prompter, dir.path().string()));
     EXPECT_EQ(dir.read("FBTEAMS.DAT").size(), 40u);
     EXPECT_EQ(session.paths.dataDirectory, dir.dir());
     const Bytes ini = dir.read("BXFB.INI");
@@ -103,7 +103,7 @@ TEST_F(TeamFixture, ChoosingAFolderWithTeamsKeepsItsTeamList) {
     EXPECT_EQ(textAt(ini, 329, 145), fit(dir.dir(), 145));
 
     // A name the configuration could not read back the same is refused before anything is made.
-    EXPECT_FALSE(useDataDirectory(session, files, prompter, dir.dir() + "\u65e5\u672c"));
+    EXPECT_FALSE(useDataDirectory(session, data, prompter, dir.dir() + "\u65e5\u672c"));
     ASSERT_EQ(prompter.shown.size(), 1u);
     EXPECT_EQ(prompter.shown[0].text,
               "The folder name has characters that cannot be kept.  Choose another folder.");

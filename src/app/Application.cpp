@@ -1,10 +1,10 @@
 #include "Application.h"
 
-#include "DataDirectoryDialog.h"
-#include "MainWindow.h"
-#include "TeamNameDialog.h"
-#include "TeamSelectPanel.h"
-#include "TextCodec.h"
+#include "shell/ui/DataDirectoryDialog.h"
+#include "shell/ui/MainWindow.h"
+#include "shell/ui/TeamNameDialog.h"
+#include "shell/ui/TeamSelectPanel.h"
+#include "ui/TextCodec.h"
 #include "games/ui/GameMenuDialog.h"
 #include "games/ui/NameYourOwnDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
@@ -32,14 +32,14 @@ Application::Application(Session session, Prompter& prompter)
     // A folder without a team list is not read (reading would leave an empty list behind); the
     // user chooses a data directory first.
     if (hasDataDirectory())
-        teams_.load(files_);
+        (void)teams_.load(files_);  // a disk error was shown; a short list reads as unnamed teams
     refreshTeams();
 }
 
 Application::~Application() = default;
 
 bool Application::hasDataDirectory() const {
-    return session_.startupMark != 'E';
+    return session_.startupMark == StartupMark::Ready;
 }
 
 void Application::refreshTeams() {
@@ -63,7 +63,7 @@ void Application::openTeamName() {
 
 void Application::openRoster() {
     const int team = teams_.currentTeam();
-    RosterDialog dialog(files_, roster_, prompter_, team, fromFileText(teams_.teamName(team)),
+    RosterDialog dialog(files_.team(team), roster_, prompter_, fromFileText(teams_.teamName(team)),
                         window_.get());
     dialog.exec();
     refreshTeams();
@@ -77,7 +77,6 @@ void Application::openNameYourOwn() {
 
 void Application::openGameList() {
     const int team = teams_.currentTeam();
-    files_.setTeam(team);
     GameMenuDialog dialog(files_, prompter_, session_.config, teams_, team,
                           team == gameTeam_ ? currentGame_ : 0, window_.get());
     dialog.exec();
@@ -88,10 +87,10 @@ void Application::openGameList() {
 
 void Application::openChangePlayerNumber() {
     const int team = teams_.currentTeam();
-    files_.setTeam(team);
+    TeamFiles files = files_.team(team);
     // A roster that cannot be read was reported by the storage layer; its numbers show empty.
-    roster_.load(files_);
-    PlayerNumberDialog dialog(files_, roster_, prompter_, fromFileText(teams_.teamName(team)),
+    (void)roster_.load(files);
+    PlayerNumberDialog dialog(files, roster_, prompter_, fromFileText(teams_.teamName(team)),
                               window_.get());
     dialog.exec();
     refreshTeams();

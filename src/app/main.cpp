@@ -1,9 +1,9 @@
 // Scorvane for Football: reads the configuration beside the program, then opens the main window.
 
 #include "Application.h"
-#include "MainWindow.h"
-#include "QtPrompter.h"
-#include "TextCodec.h"
+#include "shell/ui/MainWindow.h"
+#include "ui/QtPrompter.h"
+#include "ui/TextCodec.h"
 #include "shell/Startup.h"
 
 #include <QApplication>

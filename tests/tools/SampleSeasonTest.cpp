@@ -1,4 +1,4 @@
-#include "shell/SampleSeason.h"
+#include "sample/SampleSeason.h"
 #include "storage/ConfigFile.h"
 #include "storage/TextUtil.h"
 #include "support/FakePrompter.h"
@@ -21,9 +21,11 @@ protected:
     void SetUp() override { ASSERT_TRUE(writeSampleSeason(files)); }
 
     template <class R> std::vector<R> all(FileKind kind, int team) {
-        files.setTeam(team);
         std::vector<R> out;
-        EXPECT_TRUE(files.readAllAs(kind, out));
+        if (kind == FileKind::TeamList)
+            EXPECT_TRUE(files.readAllAs(kind, out));
+        else
+            EXPECT_TRUE(files.team(team).readAllAs(kind, out));
         return out;
     }
 };
@@ -45,8 +47,9 @@ TEST_F(SampleSeasonTest, TeamsRostersGamesAndStatistics) {
         for (std::size_t i = 1; i < roster.size(); ++i)
             EXPECT_LT(roster[i - 1].playerNumber, roster[i].playerNumber);
 
+        TeamFiles teamFiles = files.team(team);
         std::vector<Bytes> raw, after;
-        ASSERT_TRUE(files.readAll(FileKind::Stats, raw));
+        ASSERT_TRUE(teamFiles.readAll(FileKind::Stats, raw));
         int previousGame = 0;
         for (const auto& b : raw) {
             const StatHeader h = StatHeader::decode(b);
@@ -62,11 +65,11 @@ TEST_F(SampleSeasonTest, TeamsRostersGamesAndStatistics) {
             EXPECT_TRUE(g.isLive());
             EXPECT_EQ(g.overtimeFlag, g.teamScore[4] || g.opponentScore[4] ? -1 : 0);
             GameStatsIndex index;
-            ASSERT_TRUE(files.indexGameStats(g, index));
+            ASSERT_TRUE(teamFiles.indexGameStats(g, index));
             for (std::size_t k = 0; k < kCategoryLetters.size(); ++k)
                 EXPECT_GT(index.counters[k], 0) << g.gameNumber << kCategoryLetters[k];
         }
-        ASSERT_TRUE(files.readAll(FileKind::Stats, after));
+        ASSERT_TRUE(teamFiles.readAll(FileKind::Stats, after));
         EXPECT_EQ(after, raw);
     }
     const auto hawks = all<GameRecord>(FileKind::Games, 1);

@@ -1,5 +1,7 @@
 #include "SampleSeason.h"
 
+#include "storage/StatLayout.h"
+
 #include "shell/Startup.h"
 #include "storage/ConfigFile.h"
 #include "storage/Cp1252.h"
@@ -258,21 +260,38 @@ std::vector<TeamPlan> samplePlan() {
 // Statistics. The value positions of the category records.
 
 namespace pass {
-enum : std::size_t { Att, Cm, Yds, Int, TD, Sk, Lg, Big, F, FL, XPt, Pen, FD };
+constexpr std::size_t Att = statSlot('P', 2), Cm = statSlot('P', 3), Yds = statSlot('P', 4),
+                  Int = statSlot('P', 5), TD = statSlot('P', 6), Sk = statSlot('P', 7),
+                  Lg = statSlot('P', 8), Big = statSlot('P', 9), F = statSlot('P', 10),
+                  FL = statSlot('P', 11), XPt = statSlot('P', 12), Pen = statSlot('P', 13),
+                  FD = statSlot('P', 14);
 }
 namespace catching {
-enum : std::size_t { Rec, Yds, TD, Lg, Big, YAC, FD, Tgt, XPt, Pen, F, FL };
+constexpr std::size_t Rec = statSlot('C', 2), Yds = statSlot('C', 3), TD = statSlot('C', 4),
+                  Lg = statSlot('C', 5), Big = statSlot('C', 6), YAC = statSlot('C', 7),
+                  FD = statSlot('C', 8), Tgt = statSlot('C', 9), XPt = statSlot('C', 10),
+                  Pen = statSlot('C', 11), F = statSlot('C', 12), FL = statSlot('C', 13);
 }
 namespace rush {
-enum : std::size_t { Rsh, Yds, Lg, TD, FD, YdL, XPt, F, FL, Pen };
+constexpr std::size_t Rsh = statSlot('R', 2), Yds = statSlot('R', 3), Lg = statSlot('R', 4),
+                  TD = statSlot('R', 5), FD = statSlot('R', 6), YdL = statSlot('R', 7),
+                  XPt = statSlot('R', 8), F = statSlot('R', 9), FL = statSlot('R', 10),
+                  Pen = statSlot('R', 11);
 }
 namespace defense {
-enum : std::size_t { Sol, Ast, Int, Blk, Hur, F, FC, Sk, TD, Pen };
+// Sk is kept in tenths of a sack.
+constexpr std::size_t Sol = statSlot('D', 3), Ast = statSlot('D', 4), Int = statSlot('D', 5),
+                  Blk = statSlot('D', 6), Hur = statSlot('D', 7), F = statSlot('D', 8),
+                  FC = statSlot('D', 9), Sk = statSlot('D', 10), TD = statSlot('D', 11),
+                  Pen = statSlot('D', 12);
 }
 
 // Kick and return marks.
-constexpr std::int16_t kGood = 2, kBlocked = 4, kFairCatch = 8, kInside20 = 16, kTouchback = 32;
-constexpr std::int16_t kReturnFairCatch = 2, kReturnFumble = 4, kReturnTouchdown = 8;
+constexpr std::int16_t kGood = kickmark::Good, kBlocked = kickmark::Blocked,
+                       kFairCatch = kickmark::FairCatch, kInside20 = kickmark::Inside20,
+                       kTouchback = kickmark::Touchback;
+constexpr std::int16_t kReturnFairCatch = returnmark::FairCatch,
+                       kReturnFumble = returnmark::Fumble, kReturnTouchdown = returnmark::Touchdown;
 
 struct Scoring {
     int touchdowns = 0;
@@ -662,8 +681,8 @@ std::vector<Bytes> gameStatistics(const TeamPlan& team, const GamePlan& plan,
 
 // ---------------------------------------------------------------------------------------------
 
-Status writeTeam(DataFiles& files, const TeamPlan& team) {
-    files.setTeam(team.number);
+Status writeTeam(DataFiles& data, const TeamPlan& team) {
+    TeamFiles files = data.team(team.number);
     // Whatever the sample team had before goes first, so that an unreadable old file cannot stop
     // the new one from being written.
     for (FileKind kind : {FileKind::Roster, FileKind::PlayerInfo, FileKind::Games, FileKind::Stats})
@@ -676,7 +695,7 @@ Status writeTeam(DataFiles& files, const TeamPlan& team) {
     for (const auto& p : team.roster) {
         RosterRecord r;
         r.playerNumber = static_cast<std::int16_t>(p.number);
-        r.playerName = fit(stored(p.name), 17);
+        r.playerName = fit(stored(p.name), width::playerName);
         roster.push_back(r);
     }
     std::sort(roster.begin(), roster.end(), [](const RosterRecord& a, const RosterRecord& b) {
@@ -738,11 +757,9 @@ Status writeSampleSeason(DataFiles& files) {
     if (Status s = files.replaceAllWith(FileKind::TeamList, teamList); !s)
         return s;
 
-    const int previousTeam = files.team();
     for (const auto& t : plan)
         if (Status s = writeTeam(files, t); !s)
             return s;
-    files.setTeam(previousTeam);
     return Status::ok();
 }
 
@@ -777,7 +794,7 @@ Status installDefaults(Prompter& prompter, const std::string& installDirectory,
         const std::array<const char*, 5> names = {"League", "Non-League", "Playoff", "Scrimmage",
                                                   "Bowl"};
         for (std::size_t i = 0; i < names.size(); ++i)
-            c.gameTypeNames[i] = fit(names[i], 10);
+            c.gameTypeNames[i] = fit(names[i], width::gameTypeName);
         c.dataDirectory = storedDir;
         c.reportDirectory = storedDir;
         if (Status s = saveConfiguration(prompter, configPath, c); !s)
