@@ -8,9 +8,9 @@ namespace scorvane {
 
 namespace {
 
-int boxValue(const std::string& text) {
-    return static_cast<int>(std::clamp<long long>(leadingNumber(text), 0, 999));
-}
+// A score box's number. Boxes take three digits, so only a stored value the user left alone can be
+// larger; it is kept as it is.
+long long boxValue(const std::string& text) { return leadingNumber(text); }
 
 int typeOf(char letter) {
     GameRecord probe;
@@ -25,9 +25,9 @@ Message notice(std::string text, std::string title) {
 
 } // namespace
 
-GameForm::GameForm(char mode, int gameNumber, const GameList& games)
+GameForm::GameForm(EntryMode mode, int gameNumber, const GameList& games)
     : mode_(mode), gameNumber_(gameNumber) {
-    if (mode_ != 'C')
+    if (mode_ != EntryMode::Change)
         return;
     const GameRecord* game = games.game(gameNumber);
     if (!game)
@@ -36,9 +36,13 @@ GameForm::GameForm(char mode, int gameNumber, const GameList& games)
     fields_.location = trimRight(game->gameLocation);
     fields_.opponent = trimRight(game->opponent);
     for (std::size_t i = 0; i < 5; ++i) {
-        fields_.scores[Opp1 + i] = digits(game->opponentScore[i]);
-        fields_.scores[Team1 + i] = digits(game->teamScore[i]);
+        stored_[Opp1 + i] = game->opponentScore[i];
+        stored_[Team1 + i] = game->teamScore[i];
     }
+    for (std::size_t b = 0; b < BoxCount; ++b)
+        fields_.scores[b] = digits(stored_[b]);
+    storedTexts_ = fields_.scores;
+    pointsOverflow_ = !game->pointSums();
     fields_.comment = trimRight(game->gameComment);
     fields_.gameType = typeOf(game->gameType);
     fields_.home = game->homeFlag == '1';
@@ -49,9 +53,9 @@ GameForm::GameForm(char mode, int gameNumber, const GameList& games)
 
 std::string GameForm::modeCaption() const {
     switch (mode_) {
-    case 'A':
+    case EntryMode::Add:
         return "Add Game";
-    case 'I':
+    case EntryMode::Insert:
         return "Insert Game";
     default:
         return "Change Game";
@@ -64,19 +68,19 @@ bool GameForm::acceptsScoreKey(int key) {
 
 namespace {
 // The sum of the five boxes of one side, starting at `first`.
-int sideTotal(const GameForm::Fields& fields, int first) {
-    int total = 0;
+long long sideTotal(const GameForm::Fields& fields, int first) {
+    long long total = 0;
     for (int b = first; b < first + 5; ++b)
         total += boxValue(fields.scores[static_cast<std::size_t>(b)]);
     return total;
 }
 } // namespace
 
-int GameForm::teamTotal() const {
+long long GameForm::teamTotal() const {
     return sideTotal(fields_, Team1);
 }
 
-int GameForm::opponentTotal() const {
+long long GameForm::opponentTotal() const {
     return sideTotal(fields_, Opp1);
 }
 
@@ -103,8 +107,8 @@ GameRecord GameForm::toRecord() const {
     r.gameLocation = fit(fields_.location, 20);
     r.opponent = fit(trim(fields_.opponent), 25);
     for (std::size_t i = 0; i < 5; ++i) {
-        r.opponentScore[i] = static_cast<std::int16_t>(boxValue(fields_.scores[Opp1 + i]));
-        r.teamScore[i] = static_cast<std::int16_t>(boxValue(fields_.scores[Team1 + i]));
+        r.opponentScore[i] = scoreToStore(Opp1 + i);
+        r.teamScore[i] = scoreToStore(Team1 + i);
     }
     r.gameComment = fit(fields_.comment, 58);
     r.gameType = static_cast<char>('0' + std::clamp(fields_.gameType, 1, 7));
@@ -130,9 +134,9 @@ GameForm::SaveResult GameForm::save(TeamFiles& files, GameList& games, Prompter&
 
     GameRecord record = toRecord();
     Status s;
-    if (mode_ == 'A') {
+    if (mode_ == EntryMode::Add) {
         s = games.append(files, record);
-    } else if (mode_ == 'I') {
+    } else if (mode_ == EntryMode::Insert) {
         s = games.insert(files, gameNumber_, record);
     } else {
         s = games.change(files, gameNumber_, record);
@@ -140,11 +144,25 @@ GameForm::SaveResult GameForm::save(TeamFiles& files, GameList& games, Prompter&
     if (!s)
         return SaveResult::Failed;
     // The game now exists: saving again changes it rather than adding another.
-    if (mode_ == 'A')
+    if (mode_ == EntryMode::Add)
         gameNumber_ = games.activeCount();
-    mode_ = 'C';
+    mode_ = EntryMode::Change;
     changed_ = false;
     return SaveResult::Saved;
+}
+
+std::int16_t GameForm::scoreToStore(std::size_t box) const {
+    // A box the user did not touch keeps the stored value, whatever it is.
+    if (storedTexts_ && fields_.scores[box] == (*storedTexts_)[box])
+        return stored_[box];
+    return static_cast<std::int16_t>(std::clamp<long long>(boxValue(fields_.scores[box]), 0, 999));
+}
+
+bool GameForm::reportOverflow(Prompter& prompter) const {
+    if (!pointsOverflow_)
+        return false;
+    prompter.ask(overflowMessage());
+    return true;
 }
 
 bool GameForm::confirmCancel(Prompter& prompter) const {
@@ -157,16 +175,16 @@ bool GameForm::saveBeforePlayers(TeamFiles& files, GameList& games, Prompter& pr
     return save(files, games, prompter) == SaveResult::Saved;
 }
 
-bool GameForm::canImport(int currentTeam, Prompter& prompter) const {
+GameForm::ImportCheck GameForm::checkImport(int currentTeam, Prompter& prompter) const {
     if (fields_.opponentTeam < 1) {
         prompter.ask(notice("Select opponent first", "No Opponent Selected"));
-        return false;
+        return ImportCheck::NoOpponent;
     }
     if (fields_.opponentTeam == currentTeam) {
         prompter.ask(notice("Opponent can not be update team", "Incorrect Opponent"));
-        return false;
+        return ImportCheck::SameTeam;
     }
-    return true;
+    return ImportCheck::Ok;
 }
 
 void GameForm::applyImport(const GameRecord& theirs, bool withComment) {
@@ -182,6 +200,10 @@ void GameForm::applyImport(const GameRecord& theirs, bool withComment) {
     if (withComment)
         fields_.comment = trimRight(theirs.gameComment);
     markChanged();
+}
+
+Message GameForm::overflowMessage() {
+    return notice("Overflow", "Error");
 }
 
 Message GameForm::invalidDateMessage() {
@@ -218,6 +240,21 @@ Status listOpponentGames(TeamFiles& opponent, const ConfigRecord& config,
 
 Status readOpponentGame(TeamFiles& opponent, int position, GameRecord& game) {
     return opponent.gameRecord(Access::Read, position, game);
+}
+
+bool GameForm::importFrom(TeamFiles& opponent, int position, bool withComment,
+                          Prompter& prompter) {
+    GameRecord theirs;
+    const Status s = readOpponentGame(opponent, position, theirs);
+    if (s.kind() == ErrorKind::Overflow) {
+        prompter.ask(overflowMessage());
+        return false;
+    }
+    // Any other failure was shown by the disk error handler.
+    if (!s)
+        return false;
+    applyImport(theirs, withComment);
+    return true;
 }
 
 } // namespace scorvane

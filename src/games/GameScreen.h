@@ -7,13 +7,18 @@
 #include "storage/Records.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 namespace scorvane {
 
+// How the game screen is entered: adding a game after the last, inserting one before a game, or
+// changing one.
+enum class EntryMode { Add, Insert, Change };
+
 // The game screen: entering or changing one game's information.
 //
-// Modes: 'A' adds a game after the last, 'I' inserts one before game `gameNumber`, 'C' changes
+// Modes: Add puts a game after the last, Insert puts one before game `gameNumber`, Change changes
 // game `gameNumber`. Texts are kept as typed (Windows-1252); numbers are read from the score boxes
 // when the game is saved.
 class GameForm {
@@ -35,16 +40,16 @@ public:
         bool specialSelect = false;
     };
 
-    // Opens the screen. Mode 'C' loads the game's record from the list; 'A' and 'I' start blank.
-    GameForm(char mode, int gameNumber, const GameList& games);
+    // Opens the screen. Change loads the game's record from the list; Add and Insert start blank.
+    GameForm(EntryMode mode, int gameNumber, const GameList& games);
 
-    char mode() const { return mode_; }
+    EntryMode mode() const { return mode_; }
     int gameNumber() const { return gameNumber_; }
     // "Add Game", "Insert Game" or "Change Game".
     std::string modeCaption() const;
     // Whether the note "Must  click OK (add game) before adding player results" shows and the
-    // Players button is disabled (modes 'A' and 'I').
-    bool mustSaveFirst() const { return mode_ != 'C'; }
+    // Players button is disabled (Add and Insert).
+    bool mustSaveFirst() const { return mode_ != EntryMode::Change; }
 
     Fields& fields() { return fields_; }
     const Fields& fields() const { return fields_; }
@@ -54,8 +59,8 @@ public:
 
     // Keys a score box accepts: digits, Backspace (8) and Delete (127).
     static bool acceptsScoreKey(int key);
-    int teamTotal() const;
-    int opponentTotal() const;
+    long long teamTotal() const;
+    long long opponentTotal() const;
 
     // The date check: six spaces become "000000" (no date, empty label text), other spaces become
     // zeros; the label text is the long date. Returns false for an invalid date. `date` is
@@ -66,6 +71,9 @@ public:
     // Saves as the mode says (asking about overtime for a tie with both overtime boxes at 0).
     // An invalid date shows "Enter game date (MMDDYY)" titled "Game Date Invalid".
     SaveResult save(TeamFiles& files, GameList& games, Prompter& prompter);
+    // A game whose points leave the 16-bit range: shows "Overflow" (titled "Error") and returns
+    // true. The stored record is left as it is.
+    bool reportOverflow(Prompter& prompter) const;
     // Cancel: true when the screen may close (nothing changed, or the user said Yes).
     bool confirmCancel(Prompter& prompter) const;
     // Players: asks "Save game information?" when something changed and saves on Yes. Returns
@@ -73,24 +81,36 @@ public:
     bool saveBeforePlayers(TeamFiles& files, GameList& games, Prompter& prompter);
 
     // Checks before importing from the opponent's games: an opponent chosen from the team list
-    // and not the team itself. Shows the message and returns false otherwise.
-    bool canImport(int currentTeam, Prompter& prompter) const;
+    // and not the team itself. Shows the message of a refusal; after SameTeam the date box gets
+    // the focus.
+    enum class ImportCheck { Ok, NoOpponent, SameTeam };
+    ImportCheck checkImport(int currentTeam, Prompter& prompter) const;
     // Fills the screen from the opponent's record of the game, seen from this team's side.
     void applyImport(const GameRecord& theirs, bool withComment);
+    // Reads the opponent's record at `position` and fills the screen from it. A game whose points
+    // leave the 16-bit range is refused with the overflow message; false when nothing was taken.
+    bool importFrom(TeamFiles& opponent, int position, bool withComment, Prompter& prompter);
 
     // The record the screen would store (without its game number and status).
     GameRecord toRecord() const;
 
+    static Message overflowMessage();
     static Message invalidDateMessage();
     static Message overtimeQuestion();
     static Message cancelQuestion();
     static Message saveQuestion();
 
 private:
-    char mode_;
+    EntryMode mode_;
     int gameNumber_;
     Fields fields_;
+    std::int16_t scoreToStore(std::size_t box) const;
+
     std::int16_t overtimeFlag_ = 0;
+    // The scores as stored, and their texts as first shown: a box left as shown keeps its value.
+    std::array<std::int16_t, BoxCount> stored_{};
+    std::optional<std::array<std::string, BoxCount>> storedTexts_;
+    bool pointsOverflow_ = false;
     std::string tail_ = std::string(63, ' ');
     bool changed_ = false;
 };

@@ -39,9 +39,10 @@ MenuItem backup(const char* name, const char* caption, char mode) {
 }
 
 std::vector<Menu> buildTree() {
-    // The team-dependent set: every report, every update command and Name Your Own. The data
-    // directory, back up, restore, exit and help stay available with no team marked.
-    MenuItem nameYourOwn = update("mnuNameYourOwn", "&Name Your Own", Screen::NameYourOwn);
+    // The team-dependent set: every report and every update command. The data directory, back up,
+    // restore, exit, help and Name Your Own (whose names hold for every team) stay available with
+    // no team marked.
+    MenuItem nameYourOwn = item("mnuNameYourOwn", "&Name Your Own", Screen::NameYourOwn);
     return {
         {"mnuFile",
          "&File",

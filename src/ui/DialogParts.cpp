@@ -29,7 +29,6 @@ std::pair<QPushButton*, QPushButton*> okCancelButtons(QWidget* dialog, const cha
     ok->setDefault(true);
     auto* cancel = new QPushButton(QString::fromLatin1(cancelCaption), dialog);
     cancel->setObjectName(QString::fromLatin1(cancelName));
-    cancel->setAutoDefault(false);
     return {ok, cancel};
 }
 

@@ -7,6 +7,9 @@
 #include <tuple>
 
 using namespace scorvane;
+
+// Designated initializers name only the fields a test cares about.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 using scorvane::testing::intAt;
 using scorvane::testing::textAt;
 
@@ -19,11 +22,11 @@ struct GameFixture : ::testing::Test, scorvane::testing::ScratchData {
     // Adds a game with these score boxes (the opponent's five, then the team's); returns its bytes.
     Bytes add(std::array<std::string, 10> scores) {
         EXPECT_TRUE(games.load(files));
-        GameForm form('A', 0, games);
+        GameForm form(EntryMode::Add, 0, games);
         form.fields() = {"1015 3", "Field", "  Tigers", 4, scores, "Rain", 3, true, true};
         EXPECT_EQ(form.save(files, games, prompter), GameForm::SaveResult::Saved);
-        EXPECT_EQ(std::string(1, form.mode()) + digits(form.gameNumber()),
-                  "C" + digits(games.activeCount()));
+        EXPECT_EQ(form.mode(), EntryMode::Change);
+        EXPECT_EQ(form.gameNumber(), games.activeCount());
         const Bytes all = dir.read("FBGS2.DAT");
         return Bytes(all.end() - 200, all.end());
     }
@@ -42,7 +45,7 @@ TEST(GameDate, BlanksBecomeZerosAndTheLabelShowsTheLongDate) {
              {"00 000", "000000", true, ""},
              {"1 1202", "101202", true, "Oct  12,  2002"},
              {"023001", "023001", false, "ERROR"}}) {
-        GameForm form('A', 0, GameList{});
+        GameForm form(EntryMode::Add, 0, GameList{});
         form.fields().date = typed;
         std::string text = "x";
         EXPECT_EQ(form.checkDate(text), valid) << typed;
@@ -79,7 +82,7 @@ TEST_F(GameFixture, SavingAddsTheRecordOnceAndOvertimeIsAskedOnlyForATie) {
     EXPECT_EQ(dir.read("FBGS2.DAT").size(), 6u * 200u);
 
     // Game 1 reopened for a change shows what was stored, and saving rewrites it in place.
-    GameForm form('C', 1, games);
+    GameForm form(EntryMode::Change, 1, games);
     const auto& f = form.fields();
     EXPECT_EQ(f.scores[GameForm::Opp1] + f.scores[GameForm::TeamOT] + f.opponent + f.location,
               "70TigersField");
@@ -97,7 +100,7 @@ TEST_F(GameFixture, CancelAndPlayersAskOnlyAfterAChangeAndABadDateIsNeverSaved) 
              {true, "091503", Answer::No, false, true, 0},
              {true, "091503", Answer::Yes, true, true, 1},
              {true, "133103", Answer::Yes, true, false, 1}}) {
-        GameForm form('A', 0, games);
+        GameForm form(EntryMode::Add, 0, games);
         form.fields().date = date;
         form.fields().scores[GameForm::Team1] = "3";
         if (changed)
@@ -118,10 +121,12 @@ TEST_F(GameFixture, CancelAndPlayersAskOnlyAfterAChangeAndABadDateIsNeverSaved) 
 }
 
 TEST_F(GameFixture, ImportChecksTheOpponentListsItsLiveGamesAndMirrorsOne) {
-    GameForm form('A', 0, games);
-    for (int opponent : {0, 2, 5}) {
+    GameForm form(EntryMode::Add, 0, games);
+    using Check = GameForm::ImportCheck;
+    for (auto [opponent, check] :
+         {std::pair{0, Check::NoOpponent}, {2, Check::SameTeam}, {5, Check::Ok}}) {
         form.fields().opponentTeam = opponent;
-        EXPECT_EQ(form.canImport(2, prompter), opponent == 5);
+        EXPECT_EQ(form.checkImport(2, prompter), check);
     }
     ASSERT_EQ(prompter.shown.size(), 2u);
     EXPECT_EQ(shown(0) + shown(1), "Select opponent first|No Opponent Selected"
@@ -151,4 +156,42 @@ TEST_F(GameFixture, ImportChecksTheOpponentListsItsLiveGamesAndMirrorsOne) {
     EXPECT_TRUE(f.home && f.gameType == 4 && form.changed());
     form.applyImport(game, true);
     EXPECT_EQ(form.fields().comment, "Close one");
+}
+
+// A game stored with points that do not fit 16 bits, or with scores no box could hold: the user
+// is told, an import takes nothing, and a re-save keeps every value the user did not edit.
+TEST_F(GameFixture, StoredScoresOutsideTheBoxesSurviveAndOverflowIsReported) {
+    GameRecord odd{.gameNumber = 1, .opponent = "Giants",
+                   .opponentScore = {30000, 2767, 1, 0, 0}, .teamScore = {1200, -3, 7, 0, 0}};
+    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, std::vector<GameRecord>{odd}));
+    ASSERT_TRUE(games.load(files));
+    const Bytes before = dir.read("FBGS2.DAT");
+
+    GameForm form(EntryMode::Change, 1, games);
+    EXPECT_TRUE(form.reportOverflow(prompter));
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(shown(0), "Overflow|Error");
+    // Only the comment is edited: every score stays as stored.
+    form.fields().comment = "Snow";
+    form.markChanged();
+    ASSERT_EQ(form.save(files, games, prompter), GameForm::SaveResult::Saved);
+    Bytes expected = before;
+    std::copy_n("Snow", 4, expected.begin() + 74);
+    EXPECT_EQ(dir.read("FBGS2.DAT"), expected);
+    // An edited box takes what was typed.
+    form.fields().scores[GameForm::Team1] = "14";
+    ASSERT_EQ(form.save(files, games, prompter), GameForm::SaveResult::Saved);
+    EXPECT_EQ(intAt(dir.read("FBGS2.DAT"), 64), 14);
+    EXPECT_EQ(intAt(dir.read("FBGS2.DAT"), 66), -3);
+
+    // Imported from the other side, the same game is refused with the message.
+    TeamFiles other = data.team(7);
+    ASSERT_TRUE(other.replaceAllWith(FileKind::Games, std::vector<GameRecord>{odd}));
+    GameForm fresh(EntryMode::Add, 0, games);
+    prompter.shown.clear();
+    EXPECT_FALSE(fresh.importFrom(other, 1, true, prompter));
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(shown(0), "Overflow|Error");
+    EXPECT_FALSE(fresh.changed());
+    EXPECT_EQ(fresh.fields().scores[GameForm::Team1], "");
 }

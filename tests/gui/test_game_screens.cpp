@@ -5,6 +5,7 @@
 #include "games/ui/GameScreenDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
 #include "shell/TeamSelection.h"
+#include "gui/GuiChecks.h"
 #include "support/ScratchData.h"
 
 #include <QApplication>
@@ -52,9 +53,10 @@ class TestGameScreens : public QObject {
 private slots:
     void scoreBoxesTakeDigitsOnly() {
         Season s;
-        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
+        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, EntryMode::Add, 1);
         showActive(&d);
         QCOMPARE(d.windowTitle(), QStringLiteral("Game Screen - Bears"));
+        QVERIFY(scorvane::testing::sharedAccessKeys(&d).isEmpty());
         QCOMPARE(text(&d, "lblAddGame"),
                  QStringLiteral("Must  click OK (add game) before adding player results"));
         box(&d, "txtScore1")->setFocus();
@@ -68,10 +70,25 @@ private slots:
         QCOMPARE(text(&d, "lblOppTot"), QStringLiteral("3"));
         QVERIFY(d.form().changed());
     }
+    void importFromTheTeamItselfPutsTheCursorInTheDate() {
+        Season s;
+        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1,
+                           EntryMode::Add, 1);
+        showActive(&d);
+        auto* opponents = d.findChild<QComboBox*>("cmbOpponents");
+        const int bears = opponents->findText(QStringLiteral("Bears"));
+        QVERIFY(bears >= 0);
+        opponents->setCurrentIndex(bears);
+        emit opponents->activated(bears);
+        box(&d, "txtScore1")->setFocus();
+        press(&d, "cmdImport");
+        QCOMPARE(s.prompter.shown.back().text, std::string("Opponent can not be update team"));
+        QCOMPARE(QApplication::focusWidget(), box(&d, "txtGameDate"));
+    }
     void aTieAsksAboutOvertimeAndABadDateIsRefused() {
         Season s;
         for (const char* them : {"14", "17"}) {
-            GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, 'A', 1);
+            GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, EntryMode::Add, 1);
             showActive(&d);
             QTest::keyClicks(box(&d, "txtGameDate"), QStringLiteral("1332x9"));
             QTest::keyClicks(box(&d, "txtScore1"), QStringLiteral("14"));
@@ -106,6 +123,8 @@ private slots:
         QCOMPARE(list->count(), 2); // no "New Game" line on opening; the last game selected
         QVERIFY(list->item(0)->text().contains("Lions") && list->item(1)->text().contains("Rams"));
         QCOMPARE(list->currentRow(), 1);
+        QVERIFY2(scorvane::testing::sharedAccessKeys(&d).isEmpty(),
+                 qPrintable(scorvane::testing::sharedAccessKeys(&d).join(';')));
 
         // The space bar marks the selected game, on the list and on disk.
         QTest::keyClick(list, Qt::Key_Space);
@@ -137,6 +156,12 @@ private slots:
         QVERIFY(list->item(0)->text().contains("Rams"));
         QCOMPARE(s.gameByte(1, 2), 'D');
         QCOMPARE(s.gameByte(2, 0), char(1)); // Rams is game 1 now
+
+        // Alt+L is Close's own key.
+        d.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QTest::keyClick(list, Qt::Key_L, Qt::AltModifier);
+        QTRY_VERIFY(!d.isVisible());  // an access key presses its button after a short flash
     }
     void playerNumbersMustBe1To99() {
         Season s;
@@ -149,10 +174,13 @@ private slots:
         QCOMPARE(d.windowTitle(), QStringLiteral("Change Player Number - Bears"));
         auto* list = d.findChild<QListWidget*>("lstPlayer");
         list->setCurrentRow(4);
-        QTest::keyClicks(box(&d, "txtNewNumber"), QStringLiteral("0"));
-        press(&d, "cmdOK");
-        QCOMPARE(s.prompter.shown.back().text, std::string("Must be 1 to 99!"));
-        QCOMPARE(QApplication::focusWidget(), box(&d, "txtNewNumber"));
+        for (const char* typed : {"0", "100"}) {
+            QTest::keyClicks(box(&d, "txtNewNumber"), QString::fromLatin1(typed));
+            press(&d, "cmdOK");
+            QCOMPARE(s.prompter.shown.back().text, std::string("Must be 1 to 99!"));
+            QCOMPARE(QApplication::focusWidget(), box(&d, "txtNewNumber"));
+        }
+        QCOMPARE(s.prompter.shown.size(), std::size_t(2));
 
         // Typing replaces the refused number; letters are not taken.
         QTest::keyClicks(box(&d, "txtNewNumber"), QStringLiteral("1x2"));

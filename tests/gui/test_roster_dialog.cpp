@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QtTest>
 
+#include "gui/GuiChecks.h"
+
 using namespace scorvane;
 
 namespace {
@@ -86,7 +88,11 @@ private slots:
         QTest::qWait(1);
         QCOMPARE(t.get("txtCity")->selectedText(), QStringLiteral("Springfield"));
 
-        t.get<QPushButton>("cmdClose")->click();
+        // Enter on the focused Close button presses it: the screen saves and closes.
+        t.get<QPushButton>("cmdClose")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QVERIFY(!t.dialog.isVisible());
+        QVERIFY(scorvane::testing::sharedAccessKeys(&t.dialog).isEmpty());
         QCOMPARE(t.dir.read("FBPI2.DAT").size(), std::size_t(500));
         QCOMPARE(t.bytes("FBPI2.DAT", 0, 22), std::string("\x01\x00", 2) + fit("555-0101", 20));
         QCOMPARE(t.bytes("FBPI2.DAT", 102, 20), fit("Springfield", 20));

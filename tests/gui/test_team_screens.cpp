@@ -47,6 +47,7 @@ struct Season {
     }
     QListWidget* list() const { return app->window().findChild<QListWidget*>("lstSelectTeam"); }
     QString count() const { return app->window().findChild<QLabel*>("lblNumberOfTeams")->text(); }
+    QString current() const { return app->window().findChild<QLabel*>("lblCurrentTeam")->text(); }
     QAction* command(const char* name) const { return app->window().action(name); }
     void click(int row, bool twice = false) const {
         const QPoint at = list()->visualItemRect(list()->item(row)).center();
@@ -92,6 +93,7 @@ private slots:
         QCOMPARE(s.list()->item(99)->text(), QString());
         QCOMPARE(s.count(), QStringLiteral("0"));
         QVERIFY(!s.command("mnuRoster")->isEnabled());
+        QVERIFY(s.command("mnuNameYourOwn")->isEnabled());
 
         s.click(1);
         QCOMPARE(s.count(), QStringLiteral("1"));
@@ -99,7 +101,16 @@ private slots:
         s.click(0);
         QCOMPARE(s.count(), QStringLiteral("2"));
         QCOMPARE(s.app->teams().currentTeam(), 1);
+        QCOMPARE(s.current(), QStringLiteral("Current Team: Bears"));
+        // A click on the other marked line makes it current and keeps both marked.
+        s.click(1);
+        QCOMPARE(s.count(), QStringLiteral("2"));
+        QCOMPARE(s.app->teams().currentTeam(), 2);
+        QCOMPARE(s.current(), QStringLiteral("Current Team: Lions"));
         s.click(0);
+        QCOMPARE(s.app->teams().currentTeam(), 1);
+        s.click(0);
+        QCOMPARE(s.current(), QString());
         s.click(1);
         QCOMPARE(s.count(), QStringLiteral("0"));
         QVERIFY(!s.command("mnuRoster")->isEnabled() && !s.command("mnuTeamName")->isEnabled());

@@ -50,7 +50,6 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     auto button = [this](const char* name, const QString& text) {
         auto* b = new QPushButton(text, this);
         b->setObjectName(QString::fromLatin1(name));
-        b->setAutoDefault(false);
         return b;
     };
     add_ = button("cmdAddGame", QStringLiteral("&Add Game"));
@@ -58,7 +57,7 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     modify_ = button("cmdModify", QStringLiteral("&Change"));
     players_ = button("cmdPlayers", QStringLiteral("&Players"));
     delete_ = button("cmdDelete", QStringLiteral("&Delete"));
-    auto* close = button("cmdClose", QStringLiteral("&Close"));
+    auto* close = button("cmdClose", QStringLiteral("C&lose"));
     // Enter on the list changes the selected game, as a double-click does.
     modify_->setDefault(true);
     // The player results screen is not built yet; until it is, Players stays disabled.
@@ -122,12 +121,12 @@ int GameMenuDialog::selectedGame() const {
     return row < gameLines_ ? row + 1 : 0;
 }
 
-void GameMenuDialog::openGame(char mode, int gameNumber) {
+void GameMenuDialog::openGame(EntryMode mode, int gameNumber) {
     const int row = list_->currentRow();
     GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode, gameNumber,
                             this);
     const bool saved = screen.exec() == QDialog::Accepted;
-    if (mode != 'A')
+    if (mode != EntryMode::Add)
         currentGame_ = gameNumber;
 
     // Back on the list: the marks are cleared and the list rebuilt with the "New Game" line.
@@ -135,24 +134,24 @@ void GameMenuDialog::openGame(char mode, int gameNumber) {
     // A disk error was shown by the storage layer; the lines read so far are shown.
     (void)games_.refresh(files_, config_, lines);
     const int count = static_cast<int>(lines.size());
-    if (mode == 'A' && saved)
+    if (mode == EntryMode::Add && saved)
         currentGame_ = games_.activeCount();
     showLines(lines, games_.activeCount(), row >= 0 && row < count ? row : count - 1);
     list_->setFocus();
 }
 
 void GameMenuDialog::addGame() {
-    openGame('A', games_.activeCount() + 1);
+    openGame(EntryMode::Add, games_.activeCount() + 1);
 }
 
 void GameMenuDialog::insertGame() {
     if (const int game = selectedGame())
-        openGame('I', game);
+        openGame(EntryMode::Insert, game);
 }
 
 void GameMenuDialog::changeGame() {
     if (const int game = selectedGame()) {
-        openGame('C', game);
+        openGame(EntryMode::Change, game);
         return;
     }
     // The "New Game" line stands for a game to add.

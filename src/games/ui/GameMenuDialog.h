@@ -1,6 +1,7 @@
 #pragma once
 
 #include "games/GameList.h"
+#include "games/GameScreen.h"
 #include "storage/DataFiles.h"
 
 #include <QDialog>
@@ -40,7 +41,7 @@ private:
     void open();
     void showLines(const std::vector<std::string>& lines, int gameLines, int row);
     int selectedGame() const;
-    void openGame(char mode, int gameNumber);
+    void openGame(EntryMode mode, int gameNumber);
     void addGame();
     void insertGame();
     void changeGame();

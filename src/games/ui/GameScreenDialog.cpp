@@ -66,7 +66,7 @@ void acceptScoreKeysOnly(QLineEdit* box) {
 
 GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games, Prompter& prompter,
                                    const ConfigRecord& config, const TeamList& teams,
-                                   int teamNumber, char mode, int gameNumber, QWidget* parent)
+                                   int teamNumber, EntryMode mode, int gameNumber, QWidget* parent)
     : QDialog(parent), data_(data), files_(std::move(files)), games_(games), prompter_(prompter), config_(config),
       teams_(teams), team_(teamNumber), form_(mode, gameNumber, games) {
     setObjectName(QStringLiteral("frmGameScreen"));
@@ -163,8 +163,6 @@ GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& g
     players->setEnabled(false);
     auto* importButton = new QPushButton(QStringLiteral("&Import"), this);
     importButton->setObjectName(QStringLiteral("cmdImport"));
-    for (QPushButton* b : {cancel, players, importButton})
-        b->setAutoDefault(false);
     connect(ok, &QPushButton::clicked, this, &GameScreenDialog::save);
     connect(cancel, &QPushButton::clicked, this, &GameScreenDialog::reject);
     connect(importButton, &QPushButton::clicked, this, &GameScreenDialog::import);
@@ -321,6 +319,8 @@ GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& g
 
     fill();
     date_->setFocus();
+    // A stored game whose points do not fit is shown as it is and stays unchanged unless edited.
+    form_.reportOverflow(prompter_);
 }
 
 GameScreenDialog::~GameScreenDialog() {
@@ -416,20 +416,20 @@ void GameScreenDialog::reject() {
 }
 
 void GameScreenDialog::import() {
-    if (!form_.canImport(team_, prompter_))
+    if (const auto check = form_.checkImport(team_, prompter_); check != GameForm::ImportCheck::Ok) {
+        if (check == GameForm::ImportCheck::SameTeam)
+            date_->setFocus();
         return;
+    }
     const int opponent = form_.fields().opponentTeam;
     ImportGameDialog dialog(data_.team(opponent), config_, fromFileText(teams_.teamName(opponent)),
                             this);
     if (dialog.exec() != QDialog::Accepted || !dialog.picked())
         return;
-    GameRecord theirs;
-    // A game that cannot be read was reported by the storage layer; nothing is taken over.
     TeamFiles opponentFiles = data_.team(opponent);
-    if (!readOpponentGame(opponentFiles, dialog.position(), theirs))
-        return;
-    form_.applyImport(theirs, dialog.importComment());
-    fill();
+    // A game that cannot be read, or whose points overflow, was reported; nothing is taken over.
+    if (form_.importFrom(opponentFiles, dialog.position(), dialog.importComment(), prompter_))
+        fill();
 }
 
 } // namespace scorvane

@@ -34,11 +34,11 @@ class GameScreenDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // `mode` is 'A' (add after the last game), 'I' (insert before game `gameNumber`) or 'C'
+    // `mode` is Add (after the last game), Insert (before game `gameNumber`) or Change
     // (change game `gameNumber`). `teamNumber` is the team whose games these are.
     GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games, Prompter& prompter,
                      const ConfigRecord& config, const TeamList& teams, int teamNumber,
-                     char mode, int gameNumber, QWidget* parent = nullptr);
+                     EntryMode mode, int gameNumber, QWidget* parent = nullptr);
     ~GameScreenDialog() override;
 
     const GameForm& form() const { return form_; }

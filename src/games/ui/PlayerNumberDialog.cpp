@@ -28,7 +28,7 @@ PlayerNumberDialog::PlayerNumberDialog(TeamFiles files, Roster& roster, Prompter
 
     number_ = new QLineEdit(this);
     number_->setObjectName(QStringLiteral("txtNewNumber"));
-    number_->setMaxLength(2);
+    number_->setMaxLength(kNewNumberDigits);
     number_->setFixedWidth(fontMetrics().averageCharWidth() * 6);
     acceptScoreKeysOnly(number_);
     selectAllOnFocus(number_);

@@ -56,11 +56,7 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     print->setEnabled(false);
     close_ = new QPushButton(QStringLiteral("Close"), this);
     close_->setObjectName(QStringLiteral("cmdClose"));
-    // Enter belongs to the boxes: no button may take it as the dialog's default.
-    for (QPushButton* b : {remove, print, close_}) {
-        b->setAutoDefault(false);
-        b->setDefault(false);
-    }
+    // Enter in a box moves to the next box; on a focused button it presses that button.
     connect(remove, &QPushButton::clicked, this, &RosterDialog::deletePlayer);
     connect(close_, &QPushButton::clicked, this, &RosterDialog::finish);
 

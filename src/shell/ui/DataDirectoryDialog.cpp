@@ -37,7 +37,6 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
     selectAllOnFocus(directory_);
     auto* browseButton = new QPushButton(QStringLiteral("Browse..."), this);
     browseButton->setObjectName(QStringLiteral("cmdBrowse"));
-    browseButton->setAutoDefault(false);
 
     auto [ok, cancel] = okCancelButtons(this);
 

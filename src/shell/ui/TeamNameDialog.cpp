@@ -38,8 +38,6 @@ TeamNameDialog::TeamNameDialog(TeamSelection& teams, DataFiles& files, int teamN
     auto [ok, cancel] = okCancelButtons(this);
     auto* defaults = new QPushButton(QStringLiteral("&Default"), this);
     defaults->setObjectName(QStringLiteral("cmdDefault"));
-    defaults->setAutoDefault(false);
-    cancel->setAutoDefault(false);
 
     connect(ok, &QPushButton::clicked, this, &TeamNameDialog::store);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

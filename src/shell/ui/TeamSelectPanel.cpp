@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -22,6 +23,7 @@ const char* kPanelStyle = R"(
 #lblSelectTeamCaption { color: #6a7b6f; }
 #lblTeamsSelected { color: #55665a; }
 #lblNumberOfTeams { color: #1d3a28; }
+#lblCurrentTeam { color: #1d3a28; }
 )";
 
 } // namespace
@@ -47,6 +49,11 @@ TeamSelectPanel::TeamSelectPanel(TeamSelection& teams, QWidget* parent)
     countFont.setBold(true);
     count_->setFont(countFont);
 
+    // The team that Games, Roster and Team Name open when several are marked.
+    current_ = new QLabel(this);
+    current_->setObjectName(QStringLiteral("lblCurrentTeam"));
+    current_->setTextFormat(Qt::PlainText);
+
     list_ = new QListWidget(this);
     list_->setObjectName(QStringLiteral("lstSelectTeam"));
     list_->setSelectionMode(QAbstractItemView::MultiSelection);
@@ -57,7 +64,9 @@ TeamSelectPanel::TeamSelectPanel(TeamSelection& teams, QWidget* parent)
         if (!filling_)
             selectionChanged();
     });
-    // A double-click toggles the line once on its way; the line always ends up marked.
+    // A click on a marked line that is not the current team makes it current and leaves the marks
+    // as they are; any other click marks or unmarks the line.
+    list_->viewport()->installEventFilter(this);
     // A double-click toggles the line once on its way; the line always ends up marked and
     // current, and its team's names come up.
     connect(list_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
@@ -70,7 +79,8 @@ TeamSelectPanel::TeamSelectPanel(TeamSelection& teams, QWidget* parent)
     countRow->setSpacing(6);
     countRow->addWidget(selectedLabel);
     countRow->addWidget(count_);
-    countRow->addStretch(1);
+    countRow->addSpacing(18);
+    countRow->addWidget(current_, 1);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(18, 12, 18, 14);
@@ -107,9 +117,34 @@ void TeamSelectPanel::selectionChanged() {
     showCount();
 }
 
+bool TeamSelectPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == list_->viewport() && event->type() == QEvent::MouseButtonPress) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        const QListWidgetItem* item = list_->itemAt(mouse->position().toPoint());
+        const int team = item ? list_->row(item) + 1 : 0;
+        if (mouse->button() == Qt::LeftButton && mouse->modifiers() == Qt::NoModifier &&
+            teams_.isMarked(team) && team != teams_.currentTeam()) {
+            teams_.setCurrentTeam(team);
+            list_->setCurrentRow(team - 1, QItemSelectionModel::NoUpdate);
+            showCount();
+            return true;
+        }
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
 void TeamSelectPanel::showCount() {
     const int count = teams_.count();
     count_->setText(QString::number(count));
+    const int current = teams_.currentTeam();
+    current_->setText(count > 1 && teams_.isMarked(current)
+                          ? QStringLiteral("Current Team: ") + fromFileText(teams_.teamName(current))
+                          : QString());
+    for (int i = 0; i < list_->count(); ++i) {
+        QFont font = list_->item(i)->font();
+        font.setBold(count > 1 && i == current - 1 && teams_.isMarked(current));
+        list_->item(i)->setFont(font);
+    }
     emit countChanged(count);
 }
 

@@ -32,6 +32,9 @@ signals:
     // A line was double-clicked; it is marked and is the current team by now.
     void teamActivated(int teamNumber);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void selectionChanged();
     void showCount();
@@ -39,6 +42,7 @@ private:
     TeamSelection& teams_;
     QListWidget* list_ = nullptr;
     QLabel* count_ = nullptr;
+    QLabel* current_ = nullptr;
     bool filling_ = false;
 };
 
