@@ -2,7 +2,7 @@
 # Installs the Debian packages the build, the tests and the program need, if any are missing.
 set -euo pipefail
 
-packages=(build-essential cmake ninja-build qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev
+packages=(build-essential cmake ninja-build qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev clang-format
           fonts-liberation xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do

@@ -1,14 +1,14 @@
 #include "Application.h"
 
+#include "games/ui/GameMenuDialog.h"
+#include "games/ui/NameYourOwnDialog.h"
+#include "games/ui/PlayerNumberDialog.h"
+#include "games/ui/RosterDialog.h"
 #include "shell/ui/DataDirectoryDialog.h"
 #include "shell/ui/MainWindow.h"
 #include "shell/ui/TeamNameDialog.h"
 #include "shell/ui/TeamSelectPanel.h"
 #include "ui/TextCodec.h"
-#include "games/ui/GameMenuDialog.h"
-#include "games/ui/NameYourOwnDialog.h"
-#include "games/ui/PlayerNumberDialog.h"
-#include "games/ui/RosterDialog.h"
 
 namespace scorvane {
 
@@ -32,7 +32,7 @@ Application::Application(Session session, Prompter& prompter)
     // A folder without a team list is not read (reading would leave an empty list behind); the
     // user chooses a data directory first.
     if (hasDataDirectory())
-        (void)teams_.load(files_);  // a disk error was shown; a short list reads as unnamed teams
+        (void)teams_.load(files_); // a disk error was shown; a short list reads as unnamed teams
     refreshTeams();
 }
 

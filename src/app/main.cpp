@@ -1,10 +1,10 @@
 // Scorvane for Football: reads the configuration beside the program, then opens the main window.
 
 #include "Application.h"
+#include "shell/Startup.h"
 #include "shell/ui/MainWindow.h"
 #include "ui/QtPrompter.h"
 #include "ui/TextCodec.h"
-#include "shell/Startup.h"
 
 #include <QApplication>
 #include <QTimer>

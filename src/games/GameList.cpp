@@ -38,7 +38,9 @@ std::vector<Bytes> encodeAll(const std::vector<GameRecord>& games) {
     return out;
 }
 
-std::string markedEnding(char mark) { return mark == '2' ? std::string(" \x10") : "  "; }
+std::string markedEnding(char mark) {
+    return mark == '2' ? std::string(" \x10") : "  ";
+}
 
 } // namespace
 
@@ -84,7 +86,9 @@ void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int g
     });
 }
 
-Status GameList::load(TeamFiles& files) { return files.readAllAs(FileKind::Games, records_); }
+Status GameList::load(TeamFiles& files) {
+    return files.readAllAs(FileKind::Games, records_);
+}
 
 int GameList::activeCount() const {
     int n = 0;
@@ -93,7 +97,9 @@ int GameList::activeCount() const {
     return n;
 }
 
-int GameList::positionOf(int gameNumber) const { return findGame(records_, gameNumber, gameNumber); }
+int GameList::positionOf(int gameNumber) const {
+    return findGame(records_, gameNumber, gameNumber);
+}
 
 const GameRecord* GameList::game(int gameNumber) const {
     const int p = positionOf(gameNumber);
@@ -219,8 +225,8 @@ Status renumberBoth(TeamFiles& files, std::vector<GameRecord>& records, Renumber
     if (Status s = files.readAll(FileKind::Stats, stats); !s)
         return s;
     renumber(games, stats);
-    if (Status s = files.replaceTogether({{FileKind::Games, encodeAll(games)},
-                                          {FileKind::Stats, std::move(stats)}});
+    if (Status s = files.replaceTogether(
+            {{FileKind::Games, encodeAll(games)}, {FileKind::Stats, std::move(stats)}});
         !s)
         return s;
     records = std::move(games);
@@ -247,9 +253,8 @@ Status GameList::remove(TeamFiles& files, Prompter& prompter, int line, bool& de
         return Status::ok();
     if (prompter.ask(deleteQuestion()) != Answer::Ok)
         return Status::ok();
-    Status s = renumberBoth(files, records_, [&](auto& games, auto& stats) {
-        deleteGame(games, stats, gameNumber);
-    });
+    Status s = renumberBoth(
+        files, records_, [&](auto& games, auto& stats) { deleteGame(games, stats, gameNumber); });
     deleted = s.isOk();
     return s;
 }

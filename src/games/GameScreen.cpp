@@ -10,7 +10,9 @@ namespace {
 
 // A score box's number. Boxes take three digits, so only a stored value the user left alone can be
 // larger; it is kept as it is.
-long long boxValue(const std::string& text) { return leadingNumber(text); }
+long long boxValue(const std::string& text) {
+    return leadingNumber(text);
+}
 
 int typeOf(char letter) {
     GameRecord probe;
@@ -242,8 +244,7 @@ Status readOpponentGame(TeamFiles& opponent, int position, GameRecord& game) {
     return opponent.gameRecord(Access::Read, position, game);
 }
 
-bool GameForm::importFrom(TeamFiles& opponent, int position, bool withComment,
-                          Prompter& prompter) {
+bool GameForm::importFrom(TeamFiles& opponent, int position, bool withComment, Prompter& prompter) {
     GameRecord theirs;
     const Status s = readOpponentGame(opponent, position, theirs);
     if (s.kind() == ErrorKind::Overflow) {

@@ -29,13 +29,13 @@ public:
     static constexpr int kScoreDigits = 3;
 
     struct Fields {
-        std::string date;      // the date box, up to 6 characters "MMDDYY"
-        std::string location;  // 20
-        std::string opponent;  // as typed; cut to 25 when stored
-        int opponentTeam = 0;  // place of the opponent in the team list (1..100), 0 when typed
+        std::string date;     // the date box, up to 6 characters "MMDDYY"
+        std::string location; // 20
+        std::string opponent; // as typed; cut to 25 when stored
+        int opponentTeam = 0; // place of the opponent in the team list (1..100), 0 when typed
         std::array<std::string, BoxCount> scores;
-        std::string comment;   // 58
-        int gameType = 1;      // 1..7
+        std::string comment; // 58
+        int gameType = 1;    // 1..7
         bool home = false;
         bool specialSelect = false;
     };
@@ -117,8 +117,8 @@ private:
 
 // The opponent's games for the import dialog, read from the opponent's own game file.
 struct ImportChoice {
-    int position = 0;  // record position in the opponent's game file
-    std::string line;  // summary line
+    int position = 0; // record position in the opponent's game file
+    std::string line; // summary line
 };
 [[nodiscard]] Status listOpponentGames(TeamFiles& opponent, const ConfigRecord& config,
                                        std::vector<ImportChoice>& choices);

@@ -21,7 +21,8 @@ void applyOwnNames(ConfigRecord& config, const OwnNames& names) {
     for (std::size_t k = 0; k < 30; ++k) {
         std::string name = trim(names.columns[k]);
         if (name.empty())
-            name = ConfigRecord::defaultUserColumn(static_cast<int>(k / 5), static_cast<int>(k % 5 + 1));
+            name = ConfigRecord::defaultUserColumn(static_cast<int>(k / 5),
+                                                   static_cast<int>(k % 5 + 1));
         config.userColumns[k / 5][k % 5] = fit(name, 3);
     }
 }

@@ -9,8 +9,8 @@ namespace scorvane {
 
 // The names the user gives the seven game types and the five own columns of each category.
 struct OwnNames {
-    std::array<std::string, 7> gameTypes;  // right-trimmed, as shown in the boxes
-    std::array<std::string, 30> columns;   // six rows of five: P, C, R, D, K, T
+    std::array<std::string, 7> gameTypes; // right-trimmed, as shown in the boxes
+    std::array<std::string, 30> columns;  // six rows of five: P, C, R, D, K, T
 };
 
 // The boxes' contents when the dialog opens.

@@ -10,9 +10,13 @@ Message invalid(std::string text) {
     return {std::move(text), "New Player Number Invalid", Buttons::Ok, Icon::Warning, Answer::Ok};
 }
 
-std::string vacantName(int number) { return fit("Player " + digits(number), 17); }
+std::string vacantName(int number) {
+    return fit("Player " + digits(number), 17);
+}
 
-int numberOf(const Bytes& rec) { return field::getInt16(field::sized(rec, 2), 0); }
+int numberOf(const Bytes& rec) {
+    return field::getInt16(field::sized(rec, 2), 0);
+}
 
 void renumber(Bytes& rec, int number) {
     rec.resize(std::max<std::size_t>(rec.size(), 2), ' ');

@@ -20,7 +20,8 @@ inline constexpr int kNewNumberDigits = 3;
 // new number, the roster slot moves ("Player <n>" is the name left in a vacated slot) and the
 // player's contact details move with him. The statistics, roster and player information files are
 // replaced together. `changed` tells whether the move happened.
-[[nodiscard]] Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, int oldNumber,
-                          const std::string& newNumberText, bool& changed);
+[[nodiscard]] Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter,
+                                        int oldNumber, const std::string& newNumberText,
+                                        bool& changed);
 
 } // namespace scorvane

@@ -6,13 +6,19 @@ namespace {
 
 constexpr std::array<std::size_t, kContactFieldCount> kWidths = {20, 40, 40, 20, 5, 10, 200};
 
-std::size_t index(ContactField f) { return static_cast<std::size_t>(f); }
+std::size_t index(ContactField f) {
+    return static_cast<std::size_t>(f);
+}
 
 } // namespace
 
-std::size_t contactWidth(ContactField field) { return kWidths[index(field)]; }
+std::size_t contactWidth(ContactField field) {
+    return kWidths[index(field)];
+}
 
-Roster::Roster() { names.fill(std::string(17, ' ')); }
+Roster::Roster() {
+    names.fill(std::string(17, ' '));
+}
 
 Status Roster::load(TeamFiles& files) {
     inUse.fill(false);
@@ -58,8 +64,7 @@ Status Roster::saveNames(TeamFiles& files) const {
 }
 
 RosterEditor::Focus RosterEditor::nextFocus(Focus focus) {
-    return focus == Focus::Close ? Focus::Close
-                                 : static_cast<Focus>(static_cast<int>(focus) + 1);
+    return focus == Focus::Close ? Focus::Close : static_cast<Focus>(static_cast<int>(focus) + 1);
 }
 
 RosterEditor::RosterEditor(Roster& roster) : roster_(roster) {

@@ -14,7 +14,7 @@ namespace scorvane {
 // Loaded from the roster file; the other screens read players from here.
 struct Roster {
     std::array<bool, kMaxPlayers + 1> inUse{};
-    std::array<std::string, kMaxPlayers + 1> names;  // 17 characters, Windows-1252
+    std::array<std::string, kMaxPlayers + 1> names; // 17 characters, Windows-1252
 
     Roster();
     // Reads every roster record into the slot of its player number. Records with a number

@@ -11,7 +11,9 @@ MenuItem item(const char* name, const char* caption, Screen screen) {
     return m;
 }
 
-MenuItem rule(const char* name) { return item(name, "", Screen::None); }
+MenuItem rule(const char* name) {
+    return item(name, "", Screen::None);
+}
 
 MenuItem report(const char* name, const char* caption, Screen screen, char letter) {
     MenuItem m = item(name, caption, screen);

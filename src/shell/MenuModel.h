@@ -10,7 +10,7 @@ enum class Screen {
     None,
     DataDirectory,
     BackUpRestore,
-    StatisticsReport,  // passing .. returns, by report letter
+    StatisticsReport, // passing .. returns, by report letter
     GameScores,
     TeamRecord,
     Standings,
@@ -26,11 +26,11 @@ enum class Screen {
 };
 
 struct MenuItem {
-    std::string name;     // "mnuPassing"; separators are named too ("mnuDash1")
-    std::string caption;  // "&Passing"; empty for a separator
+    std::string name;    // "mnuPassing"; separators are named too ("mnuDash1")
+    std::string caption; // "&Passing"; empty for a separator
     Screen screen = Screen::None;
-    char reportLetter = ' ';  // the report letter a Reports command sets
-    char backupMode = ' ';    // "Y" back up, "N" restore
+    char reportLetter = ' '; // the report letter a Reports command sets
+    char backupMode = ' ';   // "Y" back up, "N" restore
     int helpTopic = 0;
     // Commands that work on the marked teams: enabled only while at least one team is marked.
     bool teamDependent = false;
@@ -39,8 +39,8 @@ struct MenuItem {
 };
 
 struct Menu {
-    std::string name;     // "mnuFile"
-    std::string caption;  // "&File"
+    std::string name;    // "mnuFile"
+    std::string caption; // "&File"
     std::vector<MenuItem> items;
 };
 

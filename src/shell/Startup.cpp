@@ -57,7 +57,8 @@ StartupOutcome runStartup(Prompter& prompter, const std::string& installDirector
     session.startupMark = isUsableDataDirectory(session.paths.dataDirectory)
                               ? StartupMark::Ready
                               : StartupMark::NoDataDirectory;
-    return session.startupMark == StartupMark::NoDataDirectory ? StartupOutcome::NeedDataDirectory : StartupOutcome::Ready;
+    return session.startupMark == StartupMark::NoDataDirectory ? StartupOutcome::NeedDataDirectory
+                                                               : StartupOutcome::Ready;
 }
 
 } // namespace scorvane

@@ -47,7 +47,9 @@ std::string trimLeft(std::string_view s) {
     return start == std::string_view::npos ? std::string() : std::string(s.substr(start));
 }
 
-std::string trim(std::string_view s) { return trimLeft(trimRight(s)); }
+std::string trim(std::string_view s) {
+    return trimLeft(trimRight(s));
+}
 
 std::string fit(std::string_view s, std::size_t width) {
     std::string out(s.substr(0, width));
@@ -55,7 +57,9 @@ std::string fit(std::string_view s, std::size_t width) {
     return out;
 }
 
-std::string digits(long long n) { return std::to_string(n); }
+std::string digits(long long n) {
+    return std::to_string(n);
+}
 
 long long leadingNumber(std::string_view s) {
     std::size_t i = 0;

@@ -21,6 +21,8 @@ inline int categoryIndex(char letter) {
 }
 
 // Kicking and returns keep per-play lists instead of column values.
-inline bool isListCategory(char letter) { return letter == 'K' || letter == 'T'; }
+inline bool isListCategory(char letter) {
+    return letter == 'K' || letter == 'T';
+}
 
 } // namespace scorvane

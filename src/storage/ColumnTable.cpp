@@ -13,15 +13,17 @@ const std::array<std::vector<const char*>, kCategoryCount> kFixedColumns = {{
      "Pts", "FD%"},
     {"Rsh", "Yds", "Lg", "TD", "FD", "YdL", "XPt", "F", "FL", "Pen", "Avg", "Pts"},
     {"Tkl", "Sol", "Ast", "Int", "Blk", "Hur", "F", "FC", "Sk", "TD", "Pen"},
-    {"XB", "XPt", "Pnt", "PB", "P20", "PFC", "PTB", "PLg", "PAv", "FG", "F20", "F30", "F40",
-     "40+", "FGB", "FLg"},
+    {"XB", "XPt", "Pnt", "PB", "P20", "PFC", "PTB", "PLg", "PAv", "FG", "F20", "F30", "F40", "40+",
+     "FGB", "FLg"},
     {"PRt", "PAv", "PFC", "PF", "PTD", "PLg", "PYd", "KRt", "KAv", "KFC", "KF", "KTD", "KLg",
      "KYd"},
 }};
 
 } // namespace
 
-ColumnTable::ColumnTable() { build(ConfigRecord::defaults()); }
+ColumnTable::ColumnTable() {
+    build(ConfigRecord::defaults());
+}
 
 void ColumnTable::build(const ConfigRecord& config) {
     for (int k = 0; k < kCategoryCount; ++k) {

@@ -14,7 +14,7 @@ class ColumnTable {
 public:
     static constexpr int Slots = 31;
 
-    ColumnTable();  // built with the default user-named columns (P1..P5 and so on)
+    ColumnTable(); // built with the default user-named columns (P1..P5 and so on)
     explicit ColumnTable(const ConfigRecord& config) { build(config); }
 
     // Fills all six tables; the user-named columns come from the configuration.

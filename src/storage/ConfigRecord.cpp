@@ -14,7 +14,7 @@ namespace {
 // older layout already had, 4-6 after it.
 constexpr std::array<std::size_t, kCategoryCount> kUserColumnOffset = {72, 90, 108, 669, 687, 705};
 constexpr std::array<std::size_t, kCategoryCount> kColumnListOffset = {126, 188, 250,
-                                                                        723, 785, 847};
+                                                                       723, 785, 847};
 constexpr std::array<std::size_t, kCategoryCount> kSortOffset = {312, 315, 318, 909, 912, 915};
 
 using ColumnList = std::array<std::int16_t, ConfigRecord::ColumnListLength>;
@@ -63,7 +63,9 @@ ConfigRecord::ConfigRecord() {
     reportDirectory = std::string(DirectoryWidth, ' ');
 }
 
-std::string ConfigRecord::defaultGameTypeName(int type) { return "GameType " + digits(type); }
+std::string ConfigRecord::defaultGameTypeName(int type) {
+    return "GameType " + digits(type);
+}
 
 std::string ConfigRecord::defaultUserColumn(int categoryIndex, int place) {
     return std::string(1, kCategoryLetters.at(static_cast<std::size_t>(categoryIndex))) +

@@ -11,7 +11,7 @@ namespace scorvane {
 
 struct SortSetting {
     std::int16_t column = 1;
-    char direction = 'D';  // "D" descending, anything else ascending
+    char direction = 'D'; // "D" descending, anything else ascending
 
     bool operator==(const SortSetting&) const = default;
 };
@@ -26,14 +26,14 @@ struct ConfigRecord {
     static constexpr std::size_t DirectoryWidth = 145;
 
     std::int16_t firstWord = 0;
-    std::array<std::string, 7> gameTypeNames;  // 10 each
+    std::array<std::string, 7> gameTypeNames; // 10 each
     // Six 3-character abbreviations per category; the first five are the user-named columns.
     std::array<std::array<std::string, 6>, kCategoryCount> userColumns;
     std::array<std::array<std::int16_t, ColumnListLength>, kCategoryCount> columnLists{};
     std::array<SortSetting, kCategoryCount> sort;
     std::string text8 = std::string(8, ' ');
-    std::string dataDirectory;    // 145
-    std::string reportDirectory;  // 145
+    std::string dataDirectory;   // 145
+    std::string reportDirectory; // 145
     std::array<std::int16_t, 5> optionWords{};
     std::string text7 = std::string(7, ' ');
     std::int16_t optionWord636 = 0;
@@ -56,7 +56,8 @@ struct ConfigRecord {
 };
 
 // The report column lists and sort columns a category starts with.
-const std::array<std::int16_t, ConfigRecord::ColumnListLength>& defaultColumnList(int categoryIndex);
+const std::array<std::int16_t, ConfigRecord::ColumnListLength>&
+defaultColumnList(int categoryIndex);
 SortSetting defaultSort(int categoryIndex);
 
 } // namespace scorvane

@@ -33,12 +33,17 @@ bool findLegacyRosterLength(const Bytes& contents, std::size_t& length) {
 // Where each per-team kind sits among a team's open files.
 std::size_t teamSlotIndex(FileKind kind) {
     switch (kind) {
-    case FileKind::Roster: return 0;
+    case FileKind::Roster:
+        return 0;
     case FileKind::Games:
-    case FileKind::GamesAlt: return 1;
-    case FileKind::Stats: return 2;
-    case FileKind::PlayerInfo: return 3;
-    default: return 4;
+    case FileKind::GamesAlt:
+        return 1;
+    case FileKind::Stats:
+        return 2;
+    case FileKind::PlayerInfo:
+        return 3;
+    default:
+        return 4;
     }
 }
 
@@ -57,7 +62,9 @@ Status notATeamFile() {
 DataFiles::DataFiles(DataPaths paths, Prompter& prompter)
     : paths_(std::move(paths)), prompter_(prompter) {}
 
-DataFiles::~DataFiles() { closeAll(); }
+DataFiles::~DataFiles() {
+    closeAll();
+}
 
 void DataFiles::setPaths(DataPaths paths) {
     closeAll();
@@ -108,7 +115,9 @@ Status DataFiles::openFile(FileKind kind) {
     return guarded([&] { return slot(kind).open(fileName(kind), recordLength(kind)); });
 }
 
-void DataFiles::closeFile(FileKind kind) { slot(kind).close(); }
+void DataFiles::closeFile(FileKind kind) {
+    slot(kind).close();
+}
 
 void DataFiles::closeAll() {
     teamList_.close();
@@ -324,11 +333,11 @@ Status TeamFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
     return dir_->guarded([&] { return slot(kind).replaceAll(records); });
 }
 
-Status TeamFiles::replaceTogether(
-    const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files) {
+Status
+TeamFiles::replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files) {
     std::vector<std::pair<std::string, Bytes>> contents;
     for (const auto& [kind, records] : files) {
-        if (Status s = ensureOpen(kind); !s)  // also finishes an earlier interrupted change
+        if (Status s = ensureOpen(kind); !s) // also finishes an earlier interrupted change
             return s;
         contents.emplace_back(fileName(kind), RecordFile::joinRecords(records, recordLength(kind)));
     }

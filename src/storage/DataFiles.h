@@ -26,7 +26,7 @@ namespace detail {
 // The open files of one team, shared by every handle on that team.
 struct TeamSlots {
     int team = 0;
-    std::array<RecordFile, 4> files;  // roster, games, statistics, player information
+    std::array<RecordFile, 4> files; // roster, games, statistics, player information
 };
 } // namespace detail
 

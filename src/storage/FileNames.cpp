@@ -6,14 +6,22 @@ namespace scorvane {
 
 std::size_t recordLength(FileKind kind) {
     switch (kind) {
-    case FileKind::Config: return 1018;
-    case FileKind::TeamList: return 40;
-    case FileKind::Roster: return 201;
-    case FileKind::Games: return 200;
-    case FileKind::Stats: return 110;
-    case FileKind::ReportFormats: return 167;
-    case FileKind::GamesAlt: return 200;
-    case FileKind::PlayerInfo: return 500;
+    case FileKind::Config:
+        return 1018;
+    case FileKind::TeamList:
+        return 40;
+    case FileKind::Roster:
+        return 201;
+    case FileKind::Games:
+        return 200;
+    case FileKind::Stats:
+        return 110;
+    case FileKind::ReportFormats:
+        return 167;
+    case FileKind::GamesAlt:
+        return 200;
+    case FileKind::PlayerInfo:
+        return 500;
     }
     return 1;
 }
@@ -34,14 +42,21 @@ std::string normalizeDirectory(std::string_view text) {
 std::string fileName(FileKind kind, const DataPaths& paths, int teamNumber) {
     const std::string team = digits(teamNumber);
     switch (kind) {
-    case FileKind::Config: return paths.configDirectory + kConfigFileName;
-    case FileKind::TeamList: return paths.dataDirectory + "FBTEAMS.DAT";
-    case FileKind::Roster: return paths.dataDirectory + "FBPN" + team + ".DAT";
+    case FileKind::Config:
+        return paths.configDirectory + kConfigFileName;
+    case FileKind::TeamList:
+        return paths.dataDirectory + "FBTEAMS.DAT";
+    case FileKind::Roster:
+        return paths.dataDirectory + "FBPN" + team + ".DAT";
     case FileKind::Games:
-    case FileKind::GamesAlt: return paths.dataDirectory + "FBGS" + team + ".DAT";
-    case FileKind::Stats: return paths.dataDirectory + "FBPS" + team + ".DAT";
-    case FileKind::ReportFormats: return paths.reportDirectory + "FBRPTFMT.DAT";
-    case FileKind::PlayerInfo: return paths.dataDirectory + "FBPI" + team + ".DAT";
+    case FileKind::GamesAlt:
+        return paths.dataDirectory + "FBGS" + team + ".DAT";
+    case FileKind::Stats:
+        return paths.dataDirectory + "FBPS" + team + ".DAT";
+    case FileKind::ReportFormats:
+        return paths.reportDirectory + "FBRPTFMT.DAT";
+    case FileKind::PlayerInfo:
+        return paths.dataDirectory + "FBPI" + team + ".DAT";
     }
     return {};
 }

@@ -13,7 +13,7 @@ enum class FileKind {
     Games = 4,
     Stats = 5,
     ReportFormats = 6,
-    GamesAlt = 8,  // the game file opened a second time, for reading while Games is in use
+    GamesAlt = 8, // the game file opened a second time, for reading while Games is in use
     PlayerInfo = 9,
 };
 

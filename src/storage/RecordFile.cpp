@@ -14,21 +14,30 @@ Status diskErrorFromErrno(int err) {
     switch (err) {
     case EACCES:
     case EPERM:
-    case EROFS: code = diskerr::PermissionDenied; break;
-    case ETIMEDOUT: code = diskerr::DeviceTimeout; break;
+    case EROFS:
+        code = diskerr::PermissionDenied;
+        break;
+    case ETIMEDOUT:
+        code = diskerr::DeviceTimeout;
+        break;
     case ENOMEDIUM:
     case ENXIO:
     case ENODEV:
     case EHOSTDOWN:
-    case ESTALE: code = diskerr::DiskNotReady; break;
-    default: break;
+    case ESTALE:
+        code = diskerr::DiskNotReady;
+        break;
+    default:
+        break;
     }
     return Status::error(ErrorKind::Disk, std::strerror(err), code);
 }
 
 namespace {
 
-Status fromErrno() { return diskErrorFromErrno(errno); }
+Status fromErrno() {
+    return diskErrorFromErrno(errno);
+}
 
 Status writeAll(int fd, const std::uint8_t* data, std::size_t size, off_t offset) {
     std::size_t done = 0;
@@ -89,9 +98,13 @@ void syncFolder(const std::string& path) {
 
 } // namespace
 
-RecordFile::~RecordFile() { close(); }
+RecordFile::~RecordFile() {
+    close();
+}
 
-RecordFile::RecordFile(RecordFile&& other) noexcept { *this = std::move(other); }
+RecordFile::RecordFile(RecordFile&& other) noexcept {
+    *this = std::move(other);
+}
 
 RecordFile& RecordFile::operator=(RecordFile&& other) noexcept {
     if (this != &other) {
@@ -125,7 +138,7 @@ Status RecordFile::open(const std::string& path, std::size_t recordLength) {
         fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
         readOnly_ = true;
         if (fd < 0 && errno == ENOENT) {
-            open_ = true;  // a missing file in a read-only folder reads as empty
+            open_ = true; // a missing file in a read-only folder reads as empty
             return Status::ok();
         }
     }
@@ -256,7 +269,7 @@ Status writeFileAtomically(const std::string& path, const Bytes& contents) {
         ::unlink(temp.c_str());
         return s;
     }
-    syncFolder(path);  // makes the rename itself durable
+    syncFolder(path); // makes the rename itself durable
     return Status::ok();
 }
 

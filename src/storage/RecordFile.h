@@ -51,7 +51,7 @@ private:
     std::size_t recordLength_ = 1;
     int fd_ = -1;
     bool open_ = false;
-    bool readOnly_ = false;  // opened for reading only: the folder may not be written
+    bool readOnly_ = false; // opened for reading only: the folder may not be written
 };
 
 // Whole-file operations used where a file is read or written in one pass.

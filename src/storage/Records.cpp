@@ -10,10 +10,16 @@ using field::sized;
 
 namespace {
 
-Bytes blank(std::size_t n) { return Bytes(n, ' '); }
+Bytes blank(std::size_t n) {
+    return Bytes(n, ' ');
+}
 
-char getFlag(const Bytes& rec, std::size_t offset) { return static_cast<char>(rec.at(offset)); }
-void putFlag(Bytes& rec, std::size_t offset, char c) { rec.at(offset) = static_cast<std::uint8_t>(c); }
+char getFlag(const Bytes& rec, std::size_t offset) {
+    return static_cast<char>(rec.at(offset));
+}
+void putFlag(Bytes& rec, std::size_t offset, char c) {
+    rec.at(offset) = static_cast<std::uint8_t>(c);
+}
 
 std::optional<std::int16_t> sum16(const std::array<std::int16_t, 5>& v) {
     int total = 0;

@@ -17,7 +17,9 @@ namespace scorvane {
 inline constexpr int kMaxPlayers = 99;
 inline constexpr int kMaxTeams = 100;
 
-inline bool isPlayerNumber(int n) { return n >= 1 && n <= kMaxPlayers; }
+inline bool isPlayerNumber(int n) {
+    return n >= 1 && n <= kMaxPlayers;
+}
 
 // The widths of the text fields, used alike by the records, the logic and the screens.
 namespace width {
@@ -45,9 +47,9 @@ inline constexpr std::size_t columnName = 3;
 // Team list "FBTEAMS.DAT": one record per team; the record number is the team number.
 struct TeamRecord {
     static constexpr std::size_t Length = 40;
-    std::string teamName;   // 25
-    std::string shortName;  // 10
-    std::string teamTag;    // 5, written as spaces when a team's names are saved
+    std::string teamName;  // 25
+    std::string shortName; // 10
+    std::string teamTag;   // 5, written as spaces when a team's names are saved
 
     Bytes encode() const;
     static TeamRecord decode(const Bytes& bytes);
@@ -57,8 +59,8 @@ struct TeamRecord {
 struct RosterRecord {
     static constexpr std::size_t Length = 201;
     std::int16_t playerNumber = 0;
-    std::string playerName;                 // 17
-    std::string rosterExtra = std::string(182, ' ');  // carried unchanged
+    std::string playerName;                          // 17
+    std::string rosterExtra = std::string(182, ' '); // carried unchanged
 
     Bytes encode() const;
     static RosterRecord decode(const Bytes& bytes);
@@ -68,13 +70,13 @@ struct RosterRecord {
 struct PlayerInfoRecord {
     static constexpr std::size_t Length = 500;
     std::int16_t playerNumber = 0;
-    std::string phone;     // 20
-    std::string address1;  // 40
-    std::string address2;  // 40
-    std::string city;      // 20
-    std::string state;     // 5
-    std::string zip;       // 10
-    std::string other;     // 70
+    std::string phone;    // 20
+    std::string address1; // 40
+    std::string address2; // 40
+    std::string city;     // 20
+    std::string state;    // 5
+    std::string zip;      // 10
+    std::string other;    // 70
     // The reserved fields (20 after city, state and zip, 233 at the end) are always written blank.
 
     Bytes encode() const;
@@ -90,18 +92,18 @@ struct PointSums {
 struct GameRecord {
     static constexpr std::size_t Length = 200;
     std::int16_t gameNumber = 0;
-    char gameStatus = 'A';          // "A" live, "D" deleted (the record stays as a tombstone)
-    std::string gameDate = "000000";  // 6, "MMDDYY"
-    std::string gameLocation;       // 20
-    std::string opponent;           // 25
-    std::array<std::int16_t, 5> opponentScore{};  // quarters 1-4 and overtime; stored first
+    char gameStatus = 'A';           // "A" live, "D" deleted (the record stays as a tombstone)
+    std::string gameDate = "000000"; // 6, "MMDDYY"
+    std::string gameLocation;        // 20
+    std::string opponent;            // 25
+    std::array<std::int16_t, 5> opponentScore{}; // quarters 1-4 and overtime; stored first
     std::array<std::int16_t, 5> teamScore{};
-    std::string gameComment;        // 58
-    char gameType = '1';            // "1".."7"
-    char homeFlag = '2';            // "1" home, "2" away
-    char specialSelect = '1';       // "2" marked, "1" not
-    std::int16_t overtimeFlag = 0;  // -1 overtime, 0 not
-    std::string tail = std::string(63, ' ');  // spaces in our files; kept as read
+    std::string gameComment;                 // 58
+    char gameType = '1';                     // "1".."7"
+    char homeFlag = '2';                     // "1" home, "2" away
+    char specialSelect = '1';                // "2" marked, "1" not
+    std::int16_t overtimeFlag = 0;           // -1 overtime, 0 not
+    std::string tail = std::string(63, ' '); // spaces in our files; kept as read
 
     bool isLive() const { return gameStatus == 'A'; }
     // The two point totals in 16-bit arithmetic; empty when either sum leaves -32768..32767.
@@ -117,10 +119,10 @@ struct GameRecord {
 struct StatHeader {
     std::int16_t gameNumber = 0;
     std::int16_t playerNumber = 0;
-    char category = ' ';        // "P", "C", "R", "D" category layout; "K", "T" list layout
-    char statStatus = 'A';      // "A" live, "D" deleted
-    char statGameType = '1';    // copy of the game's type
-    char statSpecialSelect = '1';  // copy of the game's Special Select mark
+    char category = ' ';          // "P", "C", "R", "D" category layout; "K", "T" list layout
+    char statStatus = 'A';        // "A" live, "D" deleted
+    char statGameType = '1';      // copy of the game's type
+    char statSpecialSelect = '1'; // copy of the game's Special Select mark
 
     bool isLive() const { return statStatus == 'A'; }
     void encodeInto(Bytes& rec) const;
@@ -132,7 +134,7 @@ struct StatRecord {
     static constexpr std::size_t Length = 110;
     static constexpr std::size_t ValueCount = 30;
     StatHeader header;
-    std::array<std::int16_t, ValueCount> values{};  // entered columns in column-table order
+    std::array<std::int16_t, ValueCount> values{}; // entered columns in column-table order
     std::string tail = std::string(42, ' ');
 
     Bytes encode() const;
@@ -141,9 +143,9 @@ struct StatRecord {
 
 // One kick or return of a list record.
 struct ListEntry {
-    char type = ' ';  // kicks "F", "X", "P"; returns "P", "K"; " " unused
+    char type = ' '; // kicks "F", "X", "P"; returns "P", "K"; " " unused
     std::int16_t yards = 0;
-    std::int16_t marks = 0;  // sum of the entry's bit values
+    std::int16_t marks = 0; // sum of the entry's bit values
 
     bool operator==(const ListEntry&) const = default;
 };
@@ -153,7 +155,7 @@ struct StatListRecord {
     static constexpr std::size_t Length = 110;
     static constexpr std::size_t EntryCount = 18;
     StatHeader header;
-    std::array<std::int16_t, 5> summary{};  // the five user columns
+    std::array<std::int16_t, 5> summary{}; // the five user columns
     std::array<ListEntry, EntryCount> entries{};
     std::string tail = std::string(2, ' ');
 
@@ -166,11 +168,11 @@ struct ReportFormatRecord {
     static constexpr std::size_t Length = 167;
     static constexpr std::size_t ColumnSlots = 71;
     char category = 'P';
-    char deletionMark = ' ';   // "*" deleted
-    std::string reportName;    // 20
+    char deletionMark = ' '; // "*" deleted
+    std::string reportName;  // 20
     std::int16_t sortColumn = 0;
-    char sortDirection = 'D';  // "A" or "D"
-    std::array<std::int16_t, ColumnSlots> columns{};  // entry 0 always 0; 1..31 in print order
+    char sortDirection = 'D';                        // "A" or "D"
+    std::array<std::int16_t, ColumnSlots> columns{}; // entry 0 always 0; 1..31 in print order
 
     Bytes encode() const;
     static ReportFormatRecord decode(const Bytes& bytes);

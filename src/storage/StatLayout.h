@@ -16,10 +16,10 @@ namespace scorvane {
 // The entry panel numbers its fields 0..12 in its own order (which differs from the record's) and
 // 22..26 for the five user columns.
 struct EnteredField {
-    int screenField;  // 0..12, or 22..26 for the user columns
-    int slot;         // index into StatRecord::values, or StatListRecord::summary for K and T
-    int column;       // column code (index in the column table, from 1)
-    int scale;        // stored value = entered value x scale (10 for defense sacks in tenths)
+    int screenField; // 0..12, or 22..26 for the user columns
+    int slot;        // index into StatRecord::values, or StatListRecord::summary for K and T
+    int column;      // column code (index in the column table, from 1)
+    int scale;       // stored value = entered value x scale (10 for defense sacks in tenths)
 };
 
 class StatLayout {
@@ -74,37 +74,49 @@ inline constexpr std::array<EnteredField, 18> kPassing = {{
     {10, 9, 11, 1},  // FL
     {11, 11, 13, 1}, // Pen
     {12, 10, 12, 1}, // XPt
-    {22, 13, 19, 1}, {23, 14, 20, 1}, {24, 15, 21, 1}, {25, 16, 22, 1}, {26, 17, 23, 1},
+    {22, 13, 19, 1},
+    {23, 14, 20, 1},
+    {24, 15, 21, 1},
+    {25, 16, 22, 1},
+    {26, 17, 23, 1},
 }};
 
 inline constexpr std::array<EnteredField, 17> kReceiving = {{
-    {0, 0, 2, 1},    // Rec
-    {1, 7, 9, 1},    // Tgt
-    {2, 1, 3, 1},    // Yds
-    {3, 5, 7, 1},    // YAC
-    {4, 2, 4, 1},    // TD
-    {5, 3, 5, 1},    // Lg
-    {6, 4, 6, 1},    // Big
-    {7, 6, 8, 1},    // FD
-    {8, 10, 12, 1},  // F
-    {9, 11, 13, 1},  // FL
-    {10, 9, 11, 1},  // Pen
-    {11, 8, 10, 1},  // XPt
-    {22, 12, 18, 1}, {23, 13, 19, 1}, {24, 14, 20, 1}, {25, 15, 21, 1}, {26, 16, 22, 1},
+    {0, 0, 2, 1},   // Rec
+    {1, 7, 9, 1},   // Tgt
+    {2, 1, 3, 1},   // Yds
+    {3, 5, 7, 1},   // YAC
+    {4, 2, 4, 1},   // TD
+    {5, 3, 5, 1},   // Lg
+    {6, 4, 6, 1},   // Big
+    {7, 6, 8, 1},   // FD
+    {8, 10, 12, 1}, // F
+    {9, 11, 13, 1}, // FL
+    {10, 9, 11, 1}, // Pen
+    {11, 8, 10, 1}, // XPt
+    {22, 12, 18, 1},
+    {23, 13, 19, 1},
+    {24, 14, 20, 1},
+    {25, 15, 21, 1},
+    {26, 16, 22, 1},
 }};
 
 inline constexpr std::array<EnteredField, 15> kRushing = {{
-    {0, 0, 2, 1},   // Rsh
-    {1, 1, 3, 1},   // Yds
-    {2, 5, 7, 1},   // YdL
-    {3, 3, 5, 1},   // TD
-    {4, 2, 4, 1},   // Lg
-    {5, 4, 6, 1},   // FD
-    {6, 7, 9, 1},   // F
-    {7, 8, 10, 1},  // FL
-    {8, 9, 11, 1},  // Pen
-    {9, 6, 8, 1},   // XPt
-    {22, 10, 14, 1}, {23, 11, 15, 1}, {24, 12, 16, 1}, {25, 13, 17, 1}, {26, 14, 18, 1},
+    {0, 0, 2, 1},  // Rsh
+    {1, 1, 3, 1},  // Yds
+    {2, 5, 7, 1},  // YdL
+    {3, 3, 5, 1},  // TD
+    {4, 2, 4, 1},  // Lg
+    {5, 4, 6, 1},  // FD
+    {6, 7, 9, 1},  // F
+    {7, 8, 10, 1}, // FL
+    {8, 9, 11, 1}, // Pen
+    {9, 6, 8, 1},  // XPt
+    {22, 10, 14, 1},
+    {23, 11, 15, 1},
+    {24, 12, 16, 1},
+    {25, 13, 17, 1},
+    {26, 14, 18, 1},
 }};
 
 inline constexpr std::array<EnteredField, 15> kDefense = {{
@@ -118,15 +130,27 @@ inline constexpr std::array<EnteredField, 15> kDefense = {{
     {7, 7, 10, 10}, // Sk, in tenths of a sack
     {8, 8, 11, 1},  // TD
     {9, 9, 12, 1},  // Pen
-    {22, 10, 13, 1}, {23, 11, 14, 1}, {24, 12, 15, 1}, {25, 13, 16, 1}, {26, 14, 17, 1},
+    {22, 10, 13, 1},
+    {23, 11, 14, 1},
+    {24, 12, 15, 1},
+    {25, 13, 16, 1},
+    {26, 14, 17, 1},
 }};
 
 // Kicking and returns: the user columns in the summary values.
 inline constexpr std::array<EnteredField, 5> kKicking = {{
-    {22, 0, 18, 1}, {23, 1, 19, 1}, {24, 2, 20, 1}, {25, 3, 21, 1}, {26, 4, 22, 1},
+    {22, 0, 18, 1},
+    {23, 1, 19, 1},
+    {24, 2, 20, 1},
+    {25, 3, 21, 1},
+    {26, 4, 22, 1},
 }};
 inline constexpr std::array<EnteredField, 5> kReturns = {{
-    {22, 0, 16, 1}, {23, 1, 17, 1}, {24, 2, 18, 1}, {25, 3, 19, 1}, {26, 4, 20, 1},
+    {22, 0, 16, 1},
+    {23, 1, 17, 1},
+    {24, 2, 18, 1},
+    {25, 3, 19, 1},
+    {26, 4, 20, 1},
 }};
 
 inline constexpr StatLayout kLayouts[kCategoryCount] = {

@@ -9,12 +9,12 @@ namespace scorvane {
 // disk error handler works with; the others are faults of the data itself.
 enum class ErrorKind {
     None,
-    Disk,            // the operating system refused a read or a write
-    ProgramEnded,    // the disk error handler ended the program
-    RecordRange,     // a record number outside 1..count (+1 for a write)
-    BadLength,       // a file whose length does not fit its record length
-    Overflow,        // a 16-bit sum went past -32768..32767
-    Unreadable,      // a file that cannot be read in any layout we know
+    Disk,         // the operating system refused a read or a write
+    ProgramEnded, // the disk error handler ended the program
+    RecordRange,  // a record number outside 1..count (+1 for a write)
+    BadLength,    // a file whose length does not fit its record length
+    Overflow,     // a 16-bit sum went past -32768..32767
+    Unreadable,   // a file that cannot be read in any layout we know
 };
 
 // Error numbers handed to the disk error handler. They keep the numbering the handler's
@@ -23,7 +23,7 @@ namespace diskerr {
 inline constexpr int PermissionDenied = 70;
 inline constexpr int DiskNotReady = 71;
 inline constexpr int DeviceTimeout = 25;
-inline constexpr int Other = 57;  // any other device input/output failure
+inline constexpr int Other = 57; // any other device input/output failure
 } // namespace diskerr
 
 class [[nodiscard]] Status {

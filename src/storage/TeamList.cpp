@@ -5,8 +5,10 @@
 namespace scorvane {
 
 namespace {
-TeamRecord blankTeam() { return {std::string(width::teamName, ' '), std::string(width::shortName, ' '),
-            std::string(width::teamTag, ' ')}; }
+TeamRecord blankTeam() {
+    return {std::string(width::teamName, ' '), std::string(width::shortName, ' '),
+            std::string(width::teamTag, ' ')};
+}
 
 // Completes the team list to its 100 slots with unnamed teams.
 Status padTeamList(DataFiles& files) {
@@ -21,7 +23,9 @@ Status padTeamList(DataFiles& files) {
 }
 } // namespace
 
-TeamList::TeamList() { teams_.fill(blankTeam()); }
+TeamList::TeamList() {
+    teams_.fill(blankTeam());
+}
 
 Status TeamList::load(DataFiles& files) {
     teams_.fill(blankTeam());
@@ -65,7 +69,7 @@ TeamNames teamNamesFor(int teamNumber, const std::string& longText, const std::s
 }
 
 Status TeamList::storeNames(DataFiles& files, int teamNumber, const std::string& longName,
-                                 const std::string& shortName) {
+                            const std::string& shortName) {
     if (teamNumber < 1 || teamNumber > kMaxTeams)
         return Status::error(ErrorKind::RecordRange, "No team " + digits(teamNumber));
     // A team list shorter than the team's number (a damaged or older file) is first completed

@@ -37,8 +37,8 @@ private:
 
 // The names a team is given when the team name dialog is confirmed.
 struct TeamNames {
-    std::string longName;   // 25
-    std::string shortName;  // 10
+    std::string longName;  // 25
+    std::string shortName; // 10
 };
 TeamNames teamNamesFor(int teamNumber, const std::string& longText, const std::string& shortText);
 

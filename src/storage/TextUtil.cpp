@@ -10,7 +10,9 @@ std::string part(std::string_view s, std::size_t from, std::size_t n) {
 }
 
 // A number as text with the blank a non-negative number keeps in its sign position.
-std::string signed_(long long n) { return n < 0 ? digits(n) : " " + digits(n); }
+std::string signed_(long long n) {
+    return n < 0 ? digits(n) : " " + digits(n);
+}
 
 } // namespace
 
@@ -31,8 +33,8 @@ std::string LongDate(std::string_view date) {
     if (day == 31 && (month == 4 || month == 6 || month == 9 || month == 11))
         return "ERROR";
     const int century = year < 30 ? 20 : 19;
-    return std::string(kMonths[static_cast<std::size_t>(month - 1)]) + " " +
-           signed_(day) + ", " + signed_(century) + part(date, 4, 2);
+    return std::string(kMonths[static_cast<std::size_t>(month - 1)]) + " " + signed_(day) + ", " +
+           signed_(century) + part(date, 4, 2);
 }
 
 std::string AlignText(std::string_view text, int width, char side) {
@@ -42,10 +44,14 @@ std::string AlignText(std::string_view text, int width, char side) {
         return {};
     const auto d = static_cast<std::size_t>(width - length);
     switch (side) {
-    case 'L': return std::string(d, ' ') + t;
-    case 'R': return t + std::string(d, ' ');
-    case 'M': return std::string(d / 2, ' ') + t + std::string(d - d / 2, ' ');
-    default: return {};
+    case 'L':
+        return std::string(d, ' ') + t;
+    case 'R':
+        return t + std::string(d, ' ');
+    case 'M':
+        return std::string(d / 2, ' ') + t + std::string(d - d / 2, ' ');
+    default:
+        return {};
     }
 }
 
@@ -58,7 +64,8 @@ std::string GameLine(const GameRecord& game, const PointSums& points, const Conf
     line += ShortDate(game.gameDate) + "  ";
     line += typeName + "  ";
     line += fit(game.opponent, 25);
-    line += AlignText(digits(points.team), 4, 'L') + "-" + AlignText(digits(points.opponent), 4, 'R');
+    line +=
+        AlignText(digits(points.team), 4, 'L') + "-" + AlignText(digits(points.opponent), 4, 'R');
     if (points.team > points.opponent)
         line += "Won";
     else if (points.team < points.opponent)

@@ -26,7 +26,7 @@ template <class R> bool writesBack(const Bytes& x) {
 
 // The first decoder the buffer upsets, or "" when none.
 inline std::string upsetDecoder(const Bytes& x) {
-    Bytes info = resized(x, 500);  // the reserved areas are always written blank
+    Bytes info = resized(x, 500); // the reserved areas are always written blank
     for (auto [from, to] : {std::pair{122, 142}, {147, 167}, {177, 197}, {267, 500}})
         std::fill(info.begin() + from, info.begin() + to, ' ');
     Bytes header(8, ' ');
@@ -38,8 +38,10 @@ inline std::string upsetDecoder(const Bytes& x) {
     std::fill(head.begin() + 638, head.end(), ' ');
     (void)GameRecord::decode(x).pointSums();
     const std::pair<const char*, bool> checks[] = {
-        {"team", writesBack<TeamRecord>(x)}, {"roster", writesBack<RosterRecord>(x)},
-        {"game", writesBack<GameRecord>(x)}, {"statistics", writesBack<StatRecord>(x)},
+        {"team", writesBack<TeamRecord>(x)},
+        {"roster", writesBack<RosterRecord>(x)},
+        {"game", writesBack<GameRecord>(x)},
+        {"statistics", writesBack<StatRecord>(x)},
         {"statistics list", writesBack<StatListRecord>(x)},
         {"report format", writesBack<ReportFormatRecord>(x)},
         {"configuration", writesBack<ConfigRecord>(x)},

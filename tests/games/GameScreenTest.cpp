@@ -1,6 +1,6 @@
 #include "games/GameScreen.h"
-#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
+#include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
 
@@ -161,8 +161,10 @@ TEST_F(GameFixture, ImportChecksTheOpponentListsItsLiveGamesAndMirrorsOne) {
 // A game stored with points that do not fit 16 bits, or with scores no box could hold: the user
 // is told, an import takes nothing, and a re-save keeps every value the user did not edit.
 TEST_F(GameFixture, StoredScoresOutsideTheBoxesSurviveAndOverflowIsReported) {
-    GameRecord odd{.gameNumber = 1, .opponent = "Giants",
-                   .opponentScore = {30000, 2767, 1, 0, 0}, .teamScore = {1200, -3, 7, 0, 0}};
+    GameRecord odd{.gameNumber = 1,
+                   .opponent = "Giants",
+                   .opponentScore = {30000, 2767, 1, 0, 0},
+                   .teamScore = {1200, -3, 7, 0, 0}};
     ASSERT_TRUE(files.replaceAllWith(FileKind::Games, std::vector<GameRecord>{odd}));
     ASSERT_TRUE(games.load(files));
     const Bytes before = dir.read("FBGS2.DAT");

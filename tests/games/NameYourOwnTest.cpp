@@ -7,7 +7,7 @@ using namespace scorvane;
 
 TEST(NameYourOwn, EmptyBoxesRestoreTheDefaultsAndLongNamesAreCut) {
     ConfigRecord config = ConfigRecord::defaults();
-    OwnNames names;  // every box empty
+    OwnNames names; // every box empty
     names.gameTypes[1] = "    ";
     applyOwnNames(config, names);
     EXPECT_EQ(config.gameTypeNames[0], "GameType 1");
@@ -18,7 +18,7 @@ TEST(NameYourOwn, EmptyBoxesRestoreTheDefaultsAndLongNamesAreCut) {
 
     names.gameTypes[2] = "  Conference  ";
     names.gameTypes[3] = "Championship";
-    names.columns[7] = "Drops";  // receiving, own column 3
+    names.columns[7] = "Drops"; // receiving, own column 3
     applyOwnNames(config, names);
     EXPECT_EQ(config.gameTypeNames[2], "Conference");
     EXPECT_EQ(config.gameTypeNames[3], "Championsh");

@@ -1,6 +1,6 @@
 #include "games/Roster.h"
-#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
+#include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include "games/ui/GameMenuDialog.h"
 #include "games/ui/GameScreenDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
-#include "shell/TeamSelection.h"
 #include "gui/GuiChecks.h"
+#include "shell/TeamSelection.h"
 #include "support/ScratchData.h"
 
 #include <QApplication>
@@ -53,7 +53,8 @@ class TestGameScreens : public QObject {
 private slots:
     void scoreBoxesTakeDigitsOnly() {
         Season s;
-        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, EntryMode::Add, 1);
+        GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1,
+                           EntryMode::Add, 1);
         showActive(&d);
         QCOMPARE(d.windowTitle(), QStringLiteral("Game Screen - Bears"));
         QVERIFY(scorvane::testing::sharedAccessKeys(&d).isEmpty());
@@ -88,7 +89,8 @@ private slots:
     void aTieAsksAboutOvertimeAndABadDateIsRefused() {
         Season s;
         for (const char* them : {"14", "17"}) {
-            GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1, EntryMode::Add, 1);
+            GameScreenDialog d(s.data, s.files, s.games, s.prompter, s.config, s.teams, 1,
+                               EntryMode::Add, 1);
             showActive(&d);
             QTest::keyClicks(box(&d, "txtGameDate"), QStringLiteral("1332x9"));
             QTest::keyClicks(box(&d, "txtScore1"), QStringLiteral("14"));
@@ -161,7 +163,7 @@ private slots:
         d.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&d));
         QTest::keyClick(list, Qt::Key_L, Qt::AltModifier);
-        QTRY_VERIFY(!d.isVisible());  // an access key presses its button after a short flash
+        QTRY_VERIFY(!d.isVisible()); // an access key presses its button after a short flash
     }
     void playerNumbersMustBe1To99() {
         Season s;

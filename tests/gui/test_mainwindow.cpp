@@ -5,8 +5,8 @@
 #include "shell/Startup.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/MainWindow.h"
-#include "ui/TextCodec.h"
 #include "support/FakePrompter.h"
+#include "ui/TextCodec.h"
 
 #include <QAction>
 #include <QDir>

@@ -2,9 +2,9 @@
 
 #include "app/Application.h"
 #include "shell/ui/MainWindow.h"
-#include "ui/TextCodec.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
+#include "ui/TextCodec.h"
 
 #include <QAction>
 #include <QApplication>

@@ -8,7 +8,7 @@ using namespace scorvane;
 using namespace scorvane::testing;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const TempDir folder;  // one per run, removed when the run ends
+    static const TempDir folder; // one per run, removed when the run ends
     const Bytes input(data, data + size);
     if (!upsetDecoder(input).empty() || (size <= 4096 && !configurationCheckHolds(folder, input)))
         __builtin_trap();

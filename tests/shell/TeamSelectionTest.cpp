@@ -1,8 +1,8 @@
-#include "shell/DataDirectory.h"
 #include "shell/TeamSelection.h"
+#include "shell/DataDirectory.h"
 #include "storage/ConfigFile.h"
-#include "support/ScratchData.h"
 #include "support/RecordBytes.h"
+#include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,7 @@ using scorvane::testing::textAt;
 
 namespace {
 
-struct TeamFixture : ::testing::Test, scorvane::testing::ScratchData {
-};
+struct TeamFixture : ::testing::Test, scorvane::testing::ScratchData {};
 
 } // namespace
 
@@ -41,16 +40,25 @@ TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
     TeamSelection teams;
     ASSERT_TRUE(teams.load(data));
     // "Montréal" as the files keep it: é is one byte, 0xE9.
-    ASSERT_TRUE(teams.storeNames(data, 3, "Montr\xE9" "al Rams", ""));
+    ASSERT_TRUE(teams.storeNames(data, 3,
+                                 "Montr\xE9"
+                                 "al Rams",
+                                 ""));
     const Bytes bytes = dir.read("FBTEAMS.DAT");
     ASSERT_EQ(bytes.size(), 4000u);
-    EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\xE9" "al Rams", 25) + "Montr\xE9" "al R" + "     ");
+    EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\xE9"
+                                         "al Rams",
+                                         25) +
+                                         "Montr\xE9"
+                                         "al R" +
+                                         "     ");
     EXPECT_EQ(textAt(bytes, 40, 40), std::string(40, ' '));
     EXPECT_EQ(textAt(bytes, 120, 3880), std::string(3880, ' '));
 
     TeamSelection again;
     ASSERT_TRUE(again.load(data));
-    EXPECT_EQ(again.lines()[2], "Montr\xE9" "al Rams");
+    EXPECT_EQ(again.lines()[2], "Montr\xE9"
+                                "al Rams");
     EXPECT_EQ(again.lines()[0], "");
     EXPECT_EQ(again.lines().size(), 100u);
 }

@@ -19,7 +19,9 @@ struct Field {
     Field(std::size_t at, Bytes b) : offset(at), bytes(std::move(b)) {}
 };
 
-inline Bytes blank(std::size_t n) { return Bytes(n, ' '); }
+inline Bytes blank(std::size_t n) {
+    return Bytes(n, ' ');
+}
 
 inline Bytes image(Bytes base, std::initializer_list<Field> fields) {
     for (const Field& f : fields)

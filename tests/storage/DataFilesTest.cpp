@@ -1,6 +1,6 @@
+#include "storage/DataFiles.h"
 #include "storage/ByteHelpers.h"
 #include "storage/ConfigFile.h"
-#include "storage/DataFiles.h"
 #include "storage/DiskError.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
@@ -37,7 +37,9 @@ protected:
     void TearDown() override { EXPECT_TRUE(prompter.shown.empty()); }
 };
 
-Bytes stats(StatHeader h) { return StatRecord{.header = h}.encode(); }
+Bytes stats(StatHeader h) {
+    return StatRecord{.header = h}.encode();
+}
 
 } // namespace
 
@@ -51,8 +53,12 @@ TEST_F(DataFilesTest, RecordRangeAndPerTeamFiles) {
     ASSERT_TRUE(files.teamRecord(Access::Read, 1, t));
     EXPECT_EQ(trimRight(t.teamName), "Ravens");
     // Outside the file a record is refused, not a crash; writing may add one at the end.
-    for (auto [mode, n] : {std::pair{Access::Read, 0}, {Access::Read, -1}, {Access::Read, 3},
-                           {Access::Read, 32767}, {Access::Write, 0}, {Access::Write, 4}})
+    for (auto [mode, n] : {std::pair{Access::Read, 0},
+                           {Access::Read, -1},
+                           {Access::Read, 3},
+                           {Access::Read, 32767},
+                           {Access::Write, 0},
+                           {Access::Write, 4}})
         EXPECT_EQ(files.teamRecord(mode, n, t).kind(), ErrorKind::RecordRange) << n;
     EXPECT_EQ(data.read("FBTEAMS.DAT").size(), 80u);
 
@@ -75,13 +81,13 @@ TEST_F(DataFilesTest, RecordRangeAndPerTeamFiles) {
 TEST_F(DataFilesTest, PointSumOverflowAndASecondHandleOnTheSameTeam) {
     GameRecord g{.gameNumber = 5, .teamScore = {30000, 2767, 0, 0, 0}};
     ASSERT_TRUE(team.gameRecord(Access::Write, 1, g));
-    g.teamScore[4] = 1;  // one point more and the team's sum leaves the 16-bit range
+    g.teamScore[4] = 1; // one point more and the team's sum leaves the 16-bit range
     ASSERT_TRUE(team.gameRecord(Access::Write, 2, g));
     EXPECT_TRUE(team.gameRecord(Access::Read, 1, g));
     const Status s = team.gameRecord(Access::Read, 2, g);
     EXPECT_EQ(s.kind(), ErrorKind::Overflow);
     EXPECT_EQ(s.message(), "Overflow");
-    EXPECT_EQ(g.teamScore[4], 1);  // the record is filled in all the same
+    EXPECT_EQ(g.teamScore[4], 1); // the record is filled in all the same
 
     // Another handle on the same team, already reading, sees the replaced file.
     TeamFiles other = files.team(1);
@@ -101,18 +107,17 @@ TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
     const GameRecord game{.gameNumber = 5, .gameType = '3', .specialSelect = '2'};
     GameStatsIndex index;
     ASSERT_TRUE(team.indexGameStats(game, index));
-    EXPECT_EQ(index.insertionPoint, 1);  // an empty file
+    EXPECT_EQ(index.insertionPoint, 1); // an empty file
 
     files.closeAll();
     Bytes expected = join({
-        stats({2, 4, 'P', 'A', '1', '1'}),
-        stats({5, 4, 'P', 'A', '3', '2'}),   // already right
-        stats({5, 7, 'P', 'A', '3', '2'}),   // already right, a second of its category
-        stats({5, 9, 'R', 'A', '1', '1'}),   // both copies stale
-        stats({5, 11, 'K', 'D', '1', '1'}),  // deleted: skipped
-        stats({5, 12, 'T', 'A', '3', '1'}),  // Special Select stale
-        stats({6, 4, 'P', 'A', '1', '1'}),   // first later game: the scan stops here
-        stats({5, 20, 'C', 'A', '1', '1'}),  // behind a later game: not found
+        stats({2, 4, 'P', 'A', '1', '1'}), stats({5, 4, 'P', 'A', '3', '2'}), // already right
+        stats({5, 7, 'P', 'A', '3', '2'}),  // already right, a second of its category
+        stats({5, 9, 'R', 'A', '1', '1'}),  // both copies stale
+        stats({5, 11, 'K', 'D', '1', '1'}), // deleted: skipped
+        stats({5, 12, 'T', 'A', '3', '1'}), // Special Select stale
+        stats({6, 4, 'P', 'A', '1', '1'}),  // first later game: the scan stops here
+        stats({5, 20, 'C', 'A', '1', '1'}), // behind a later game: not found
     });
     data.write("FBPS1.DAT", expected);
     ASSERT_TRUE(team.indexGameStats(game, index));
@@ -135,7 +140,8 @@ TEST_F(DataFilesTest, OlderRosterLayoutsAreConvertedAndUnknownOnesRefused) {
     auto roster = [](std::size_t length) {
         Bytes b = blank(3 * length);
         for (auto [i, number, name] : {std::tuple<std::size_t, int, const char*>{0, 4, "Adams"},
-                                       {1, 10, "\xC9mile Baker-Smith"}, {2, 99, "Young"}})
+                                       {1, 10, "\xC9mile Baker-Smith"},
+                                       {2, 99, "Young"}})
             b = image(b, {{i * length, {number, 0}}, {i * length + 2, name}});
         return b;
     };
@@ -155,7 +161,7 @@ TEST_F(DataFilesTest, OlderRosterLayoutsAreConvertedAndUnknownOnesRefused) {
 TEST_F(DataFilesTest, ConfigurationOfTheOlderLengthIsUpgradedAnyOtherRefused) {
     ConfigRecord c;
     bool upgraded = true;
-    for (int n : {-1, 0, 1, 668, 670, 1017, 1019, 2036}) {  // -1, first: no file at all
+    for (int n : {-1, 0, 1, 668, 670, 1017, 1019, 2036}) { // -1, first: no file at all
         const Bytes contents = pattern(static_cast<std::size_t>(std::max(n, 0)));
         if (n >= 0)
             data.write("BXFB.INI", contents);
@@ -178,8 +184,12 @@ TEST_F(DataFilesTest, ConfigurationOfTheOlderLengthIsUpgradedAnyOtherRefused) {
     // The older record stays but for two text areas written blank; the kicking column list, the
     // sorts of the three newer categories and the last text take their defaults.
     const Bytes kicking = image(Bytes(62, 0), {{0, {1, 0, 2, 0, 4, 0, 9, 0, 10, 0, 11, 0, 17, 0}}});
-    EXPECT_EQ(now, image(now, {{0, legacy}, {321, blank(8)}, {638, blank(31)}, {785, kicking},
-                               {909, {2, 0, 'D', 1, 0, 'D', 1, 0, 'D'}}, {918, blank(100)}}));
+    EXPECT_EQ(now, image(now, {{0, legacy},
+                               {321, blank(8)},
+                               {638, blank(31)},
+                               {785, kicking},
+                               {909, {2, 0, 'D', 1, 0, 'D', 1, 0, 'D'}},
+                               {918, blank(100)}}));
 }
 
 // Disk errors, folders that cannot be written, and processes killed in the middle of a write.
@@ -193,7 +203,7 @@ TEST(DiskErrorHandler, MessagesAndWhatEachAnswerDoes) {
         {71, io, "Error", Buttons::RetryCancel}};
     for (const auto& [code, text, title, buttons] : cases) {
         FakePrompter p;
-        p.answers = {Answer::Retry};  // honoured only where it is offered
+        p.answers = {Answer::Retry}; // honoured only where it is offered
         const bool retry = buttons == Buttons::RetryCancel;
         EXPECT_EQ(DiskError(p, code, io) == DiskErrorAction::Retry, retry) << code;
         EXPECT_EQ(p.endCalls, retry ? 0 : 1);
@@ -231,7 +241,7 @@ TEST(ReadOnlyFolder, WritesAreRefusedAsWriteProtectedAndFilesStayUnchanged) {
     const Bytes legacyConfig = pattern(669);
     dir.write("BXFB.INI", legacyConfig);
     std::filesystem::permissions(dir.path(), std::filesystem::perms(0555));
-    struct Identity {  // root again when the test ends
+    struct Identity { // root again when the test ends
         const bool root = ::geteuid() == 0;
         ~Identity() {
             if (root && ::seteuid(0) == 0)
@@ -249,7 +259,7 @@ TEST(ReadOnlyFolder, WritesAreRefusedAsWriteProtectedAndFilesStayUnchanged) {
     FakePrompter prompter;
     DataFiles files(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
     TeamRecord t;
-    ASSERT_TRUE(files.teamRecord(Access::Read, 2, t));  // reading still works
+    ASSERT_TRUE(files.teamRecord(Access::Read, 2, t)); // reading still works
     EXPECT_EQ(trimRight(t.teamName), "Tigers");
     EXPECT_EQ(files.teamRecord(Access::Write, 1, t).kind(), ErrorKind::ProgramEnded);
     EXPECT_EQ(files.replaceAll(FileKind::TeamList, {t.encode()}).kind(), ErrorKind::ProgramEnded);
@@ -313,9 +323,9 @@ TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
         ASSERT_EQ(::waitpid(pid, &status, 0), pid);
         ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself";
 
-        DataFiles reopened(paths, prompter);  // finishes an interrupted replacement
+        DataFiles reopened(paths, prompter); // finishes an interrupted replacement
         ASSERT_TRUE(reopened.team(1).openFile(FileKind::Stats));
-        const Bytes now = dir.read("FBPS1.DAT");  // empty when there is no file
+        const Bytes now = dir.read("FBPS1.DAT"); // empty when there is no file
         ASSERT_TRUE(now == join(small) || now == join(large))
             << "kill " << i << " left a file of " << now.size() << " bytes that is neither";
         const bool isLarge = now == join(large);

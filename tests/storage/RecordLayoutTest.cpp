@@ -19,30 +19,45 @@ template <class R> void expectImage(const R& record, const Bytes& image) {
 } // namespace
 
 TEST(RecordLayout, TeamRosterAndPlayerInfo) {
-    const Bytes team =  // " Club" is cut off at 25 characters
+    const Bytes team = // " Club" is cut off at 25 characters
         image(blank(40), {{0, "Riverside Ravens Football"}, {25, "Ravens"}, {35, "AB"}});
     expectImage(TeamRecord{"Riverside Ravens Football Club", "Ravens", "AB"}, team);
-    EXPECT_EQ(TeamRecord::decode(team).shortName, "Ravens    ");  // read back at full width
+    EXPECT_EQ(TeamRecord::decode(team).shortName, "Ravens    "); // read back at full width
 
     expectImage(RosterRecord{258, "\xC9mile Dubois-Laurentin"},
                 image(blank(201), {{0, {0x02, 0x01}}, {2, "\xC9mile Dubois-Laur"}}));
 
     expectImage(PlayerInfoRecord{12, "555-0100", "12 Elm St", "Apt 4", "Springfield", "IL",
                                  "62704-1234", "Left-footed kicker"},
-                image(blank(500), {{0, {12, 0}}, {2, "555-0100"}, {22, "12 Elm St"}, {62, "Apt 4"},
-                                   {102, "Springfield"}, {142, "IL"}, {167, "62704-1234"},
+                image(blank(500), {{0, {12, 0}},
+                                   {2, "555-0100"},
+                                   {22, "12 Elm St"},
+                                   {62, "Apt 4"},
+                                   {102, "Springfield"},
+                                   {142, "IL"},
+                                   {167, "62704-1234"},
                                    {197, "Left-footed kicker"}}));
 }
 
 TEST(RecordLayout, GameWithScoresAndPointSums) {
-    const GameRecord g{.gameNumber = 7, .gameDate = "101202", .gameLocation = "Memorial Field",
-                       .opponent = "Tigers", .opponentScore = {0, 7, 0, 7, 0},
-                       .teamScore = {300, 0, 14, -2, 3}, .gameComment = "Rain all night",
-                       .gameType = '3', .homeFlag = '1', .specialSelect = '2', .overtimeFlag = -1};
-    expectImage(g, image(blank(200), {{0, {7, 0}}, {2, "A101202Memorial Field"}, {29, "Tigers"},
+    const GameRecord g{.gameNumber = 7,
+                       .gameDate = "101202",
+                       .gameLocation = "Memorial Field",
+                       .opponent = "Tigers",
+                       .opponentScore = {0, 7, 0, 7, 0},
+                       .teamScore = {300, 0, 14, -2, 3},
+                       .gameComment = "Rain all night",
+                       .gameType = '3',
+                       .homeFlag = '1',
+                       .specialSelect = '2',
+                       .overtimeFlag = -1};
+    expectImage(g, image(blank(200), {{0, {7, 0}},
+                                      {2, "A101202Memorial Field"},
+                                      {29, "Tigers"},
                                       {54, {0, 0, 7, 0, 0, 0, 7, 0, 0, 0}},
                                       {64, {0x2C, 0x01, 0, 0, 14, 0, 0xFE, 0xFF, 3, 0}},
-                                      {74, "Rain all night"}, {132, {'3', '1', '2', 0xFF, 0xFF}}}));
+                                      {74, "Rain all night"},
+                                      {132, {'3', '1', '2', 0xFF, 0xFF}}}));
     const PointSums sums = g.pointSums().value_or(PointSums{});
     EXPECT_EQ(sums.team, 315);
     EXPECT_EQ(sums.opponent, 14);
@@ -53,7 +68,8 @@ TEST(RecordLayout, StatisticsInBothLayoutsAfterTheHeader) {
     values.values[29] = -1;
     // The thirty values are numbers, the tail after them text.
     expectImage(values, image(blank(110), {{0, {7, 0, 12, 0, 'P', 'A', '3', '2'}},
-                                           {8, Bytes(60, 0)}, {8, {10, 0, 0xE8, 0x03}},
+                                           {8, Bytes(60, 0)},
+                                           {8, {10, 0, 0xE8, 0x03}},
                                            {66, {0xFF, 0xFF}}}));
 
     StatListRecord list{.header = {3, 45, 'K', 'A', '1', '1'}, .summary = {5, 0, 0, 0, 513}};
@@ -69,8 +85,12 @@ TEST(RecordLayout, StatisticsInBothLayoutsAfterTheHeader) {
 }
 
 TEST(RecordLayout, ReportFormatWithSeventyOneColumnCodes) {
-    ReportFormatRecord f{.category = 'R', .deletionMark = '*', .reportName = "Rushing leaders",
-                         .sortColumn = 3, .sortDirection = 'A', .columns = {0, 1, 300}};
+    ReportFormatRecord f{.category = 'R',
+                         .deletionMark = '*',
+                         .reportName = "Rushing leaders",
+                         .sortColumn = 3,
+                         .sortDirection = 'A',
+                         .columns = {0, 1, 300}};
     f.columns[70] = 31;
     expectImage(f, image(Bytes(167, 0), {{0, "R*Rushing leaders     "},
                                          {22, {3, 0, 'A', 0, 0, 1, 0, 0x2C, 0x01}},

@@ -1,7 +1,7 @@
+#include "storage/TextUtil.h"
 #include "storage/ColumnTable.h"
 #include "storage/Cp1252.h"
 #include "storage/FileNames.h"
-#include "storage/TextUtil.h"
 
 #include <gtest/gtest.h>
 
@@ -13,18 +13,23 @@ using namespace scorvane;
 TEST(TextUtil, DatesAndAlignment) {
     EXPECT_EQ(ShortDate("101202"), "10/12/02");
     // Two spaces stand before the day and before the century; February 29 passes in any year.
-    for (auto [date, text] : {std::pair{"030503", "Mar  5,  2003"}, {"122599", "Dec  25,  1999"},
-                              {"022999", "Feb  29,  1999"}, {"010129", "Jan  1,  2029"},
+    for (auto [date, text] : {std::pair{"030503", "Mar  5,  2003"},
+                              {"122599", "Dec  25,  1999"},
+                              {"022999", "Feb  29,  1999"},
+                              {"010129", "Jan  1,  2029"},
                               {"010130", "Jan  1,  1930"}})
         EXPECT_EQ(LongDate(date), text);
     for (const char* bad : {"023001", "043101", "063101", "093101", "113101", "000101", "130101",
                             "010001", "013201", ""})
         EXPECT_EQ(LongDate(bad), "ERROR") << bad;
 
-    for (auto [text, width, side, aligned] :
-         {std::tuple{"Yds", 5, 'L', "  Yds"}, {"Yds", 5, 'R', "Yds  "}, {"5", 4, 'M', " 5  "},
-          {"  TD ", 4, 'M', " TD "}, {"1234", 4, 'L', "1234"}, {"12345", 4, 'L', ""},
-          {"5", 4, 'X', ""}})
+    for (auto [text, width, side, aligned] : {std::tuple{"Yds", 5, 'L', "  Yds"},
+                                              {"Yds", 5, 'R', "Yds  "},
+                                              {"5", 4, 'M', " 5  "},
+                                              {"  TD ", 4, 'M', " TD "},
+                                              {"1234", 4, 'L', "1234"},
+                                              {"12345", 4, 'L', ""},
+                                              {"5", 4, 'X', ""}})
         EXPECT_EQ(AlignText(text, width, side), aligned) << text << side;
 }
 
@@ -38,7 +43,7 @@ TEST(TextUtil, GameLineShowsNumberDateTypeOpponentScoreAndResult) {
     EXPECT_EQ(GameLine(g, {14, 14}, config), head + "  14-14  tie ");
 
     g.gameNumber = 112;
-    g.gameType = 'x';  // no game type: the name column stays blank
+    g.gameType = 'x'; // no game type: the name column stays blank
     EXPECT_EQ(GameLine(g, {0, 0}, config), "112 10/12/02" + std::string(14, ' ') + "Tigers" +
                                                std::string(19, ' ') + "   0-0   tie ");
 }

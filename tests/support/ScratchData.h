@@ -12,7 +12,7 @@ struct ScratchData {
     TempDir dir;
     FakePrompter prompter;
     DataFiles data{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
-    TeamFiles files = data.team(1);  // the team most tests work on
+    TeamFiles files = data.team(1); // the team most tests work on
 };
 
 } // namespace scorvane::testing

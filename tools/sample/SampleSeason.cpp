@@ -261,37 +261,37 @@ std::vector<TeamPlan> samplePlan() {
 
 namespace pass {
 constexpr std::size_t Att = statSlot('P', 2), Cm = statSlot('P', 3), Yds = statSlot('P', 4),
-                  Int = statSlot('P', 5), TD = statSlot('P', 6), Sk = statSlot('P', 7),
-                  Lg = statSlot('P', 8), Big = statSlot('P', 9), F = statSlot('P', 10),
-                  FL = statSlot('P', 11), XPt = statSlot('P', 12), Pen = statSlot('P', 13),
-                  FD = statSlot('P', 14);
+                      Int = statSlot('P', 5), TD = statSlot('P', 6), Sk = statSlot('P', 7),
+                      Lg = statSlot('P', 8), Big = statSlot('P', 9), F = statSlot('P', 10),
+                      FL = statSlot('P', 11), XPt = statSlot('P', 12), Pen = statSlot('P', 13),
+                      FD = statSlot('P', 14);
 }
 namespace catching {
 constexpr std::size_t Rec = statSlot('C', 2), Yds = statSlot('C', 3), TD = statSlot('C', 4),
-                  Lg = statSlot('C', 5), Big = statSlot('C', 6), YAC = statSlot('C', 7),
-                  FD = statSlot('C', 8), Tgt = statSlot('C', 9), XPt = statSlot('C', 10),
-                  Pen = statSlot('C', 11), F = statSlot('C', 12), FL = statSlot('C', 13);
+                      Lg = statSlot('C', 5), Big = statSlot('C', 6), YAC = statSlot('C', 7),
+                      FD = statSlot('C', 8), Tgt = statSlot('C', 9), XPt = statSlot('C', 10),
+                      Pen = statSlot('C', 11), F = statSlot('C', 12), FL = statSlot('C', 13);
 }
 namespace rush {
 constexpr std::size_t Rsh = statSlot('R', 2), Yds = statSlot('R', 3), Lg = statSlot('R', 4),
-                  TD = statSlot('R', 5), FD = statSlot('R', 6), YdL = statSlot('R', 7),
-                  XPt = statSlot('R', 8), F = statSlot('R', 9), FL = statSlot('R', 10),
-                  Pen = statSlot('R', 11);
+                      TD = statSlot('R', 5), FD = statSlot('R', 6), YdL = statSlot('R', 7),
+                      XPt = statSlot('R', 8), F = statSlot('R', 9), FL = statSlot('R', 10),
+                      Pen = statSlot('R', 11);
 }
 namespace defense {
 // Sk is kept in tenths of a sack.
 constexpr std::size_t Sol = statSlot('D', 3), Ast = statSlot('D', 4), Int = statSlot('D', 5),
-                  Blk = statSlot('D', 6), Hur = statSlot('D', 7), F = statSlot('D', 8),
-                  FC = statSlot('D', 9), Sk = statSlot('D', 10), TD = statSlot('D', 11),
-                  Pen = statSlot('D', 12);
-}
+                      Blk = statSlot('D', 6), Hur = statSlot('D', 7), F = statSlot('D', 8),
+                      FC = statSlot('D', 9), Sk = statSlot('D', 10), TD = statSlot('D', 11),
+                      Pen = statSlot('D', 12);
+} // namespace defense
 
 // Kick and return marks.
 constexpr std::int16_t kGood = kickmark::Good, kBlocked = kickmark::Blocked,
                        kFairCatch = kickmark::FairCatch, kInside20 = kickmark::Inside20,
                        kTouchback = kickmark::Touchback;
-constexpr std::int16_t kReturnFairCatch = returnmark::FairCatch,
-                       kReturnFumble = returnmark::Fumble, kReturnTouchdown = returnmark::Touchdown;
+constexpr std::int16_t kReturnFairCatch = returnmark::FairCatch, kReturnFumble = returnmark::Fumble,
+                       kReturnTouchdown = returnmark::Touchdown;
 
 struct Scoring {
     int touchdowns = 0;

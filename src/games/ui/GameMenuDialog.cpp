@@ -32,8 +32,8 @@ public:
 GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const ConfigRecord& config,
                                const TeamList& teams, int teamNumber, int currentGame,
                                QWidget* parent)
-    : QDialog(parent), data_(files), files_(files.team(teamNumber)), prompter_(prompter), config_(config), teams_(teams),
-      team_(teamNumber), currentGame_(currentGame) {
+    : QDialog(parent), data_(files), files_(files.team(teamNumber)), prompter_(prompter),
+      config_(config), teams_(teams), team_(teamNumber), currentGame_(currentGame) {
     setObjectName(QStringLiteral("frmGameMenu"));
     setWindowTitle(QStringLiteral("Game Menu - ") + fromFileText(teams_.teamName(team_)));
     setModal(true);
@@ -123,8 +123,8 @@ int GameMenuDialog::selectedGame() const {
 
 void GameMenuDialog::openGame(EntryMode mode, int gameNumber) {
     const int row = list_->currentRow();
-    GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode, gameNumber,
-                            this);
+    GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode,
+                            gameNumber, this);
     const bool saved = screen.exec() == QDialog::Accepted;
     if (mode != EntryMode::Add)
         currentGame_ = gameNumber;

@@ -2,11 +2,11 @@
 
 #include "ImportGameDialog.h"
 #include "games/GameList.h"
+#include "storage/Bytes.h"
+#include "storage/ConfigRecord.h"
 #include "storage/TeamList.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
-#include "storage/Bytes.h"
-#include "storage/ConfigRecord.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -64,11 +64,12 @@ void acceptScoreKeysOnly(QLineEdit* box) {
     box->setContextMenuPolicy(Qt::NoContextMenu);
 }
 
-GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games, Prompter& prompter,
-                                   const ConfigRecord& config, const TeamList& teams,
-                                   int teamNumber, EntryMode mode, int gameNumber, QWidget* parent)
-    : QDialog(parent), data_(data), files_(std::move(files)), games_(games), prompter_(prompter), config_(config),
-      teams_(teams), team_(teamNumber), form_(mode, gameNumber, games) {
+GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& games,
+                                   Prompter& prompter, const ConfigRecord& config,
+                                   const TeamList& teams, int teamNumber, EntryMode mode,
+                                   int gameNumber, QWidget* parent)
+    : QDialog(parent), data_(data), files_(std::move(files)), games_(games), prompter_(prompter),
+      config_(config), teams_(teams), team_(teamNumber), form_(mode, gameNumber, games) {
     setObjectName(QStringLiteral("frmGameScreen"));
     const QString teamName = fromFileText(teams_.teamName(team_));
     setWindowTitle(QStringLiteral("Game Screen - ") + teamName);
@@ -416,7 +417,8 @@ void GameScreenDialog::reject() {
 }
 
 void GameScreenDialog::import() {
-    if (const auto check = form_.checkImport(team_, prompter_); check != GameForm::ImportCheck::Ok) {
+    if (const auto check = form_.checkImport(team_, prompter_);
+        check != GameForm::ImportCheck::Ok) {
         if (check == GameForm::ImportCheck::SameTeam)
             date_->setFocus();
         return;

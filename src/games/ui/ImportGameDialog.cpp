@@ -1,9 +1,9 @@
 #include "ImportGameDialog.h"
 
 #include "games/GameScreen.h"
+#include "storage/Bytes.h"
 #include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
-#include "storage/Bytes.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

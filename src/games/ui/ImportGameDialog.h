@@ -21,8 +21,8 @@ class ImportGameDialog : public QDialog {
     Q_OBJECT
 
 public:
-    ImportGameDialog(TeamFiles opponent, const ConfigRecord& config,
-                     const QString& opponentName, QWidget* parent = nullptr);
+    ImportGameDialog(TeamFiles opponent, const ConfigRecord& config, const QString& opponentName,
+                     QWidget* parent = nullptr);
     ~ImportGameDialog() override;
 
     bool picked() const { return picked_; }

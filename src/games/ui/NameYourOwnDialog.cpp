@@ -1,11 +1,11 @@
 #include "NameYourOwnDialog.h"
 
 #include "games/NameYourOwn.h"
+#include "storage/ConfigFile.h"
 #include "storage/Session.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
-#include "storage/ConfigFile.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>

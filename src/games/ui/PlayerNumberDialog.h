@@ -20,8 +20,8 @@ class PlayerNumberDialog : public QDialog {
 
 public:
     // `roster` is the team's roster, already loaded for the files' current team.
-    PlayerNumberDialog(TeamFiles files, Roster& roster, Prompter& prompter,
-                       const QString& teamName, QWidget* parent = nullptr);
+    PlayerNumberDialog(TeamFiles files, Roster& roster, Prompter& prompter, const QString& teamName,
+                       QWidget* parent = nullptr);
 
 private:
     void showPlayers();

@@ -1,9 +1,9 @@
 #include "RosterDialog.h"
 
+#include "storage/DataFiles.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
-#include "storage/DataFiles.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -25,7 +25,8 @@ ContactField contactOf(int box) {
 
 RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                            const QString& teamName, QWidget* parent)
-    : QDialog(parent), files_(std::move(files)), roster_(roster), prompter_(prompter), editor_(roster) {
+    : QDialog(parent), files_(std::move(files)), roster_(roster), prompter_(prompter),
+      editor_(roster) {
     setObjectName(QStringLiteral("frmRoster"));
     setWindowTitle(QStringLiteral("Roster - ") + teamName);
     setModal(true);

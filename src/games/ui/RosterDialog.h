@@ -28,8 +28,8 @@ class RosterDialog : public QDialog {
 
 public:
     // Loads the team's roster into `roster` (shared with the other screens) and selects number 1.
-    RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
-                 const QString& teamName, QWidget* parent = nullptr);
+    RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter, const QString& teamName,
+                 QWidget* parent = nullptr);
     ~RosterDialog() override;
 
     // Every way of leaving the screen (Close, the close box, Escape) ends here and saves.

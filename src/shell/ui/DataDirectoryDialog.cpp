@@ -1,11 +1,11 @@
 #include "DataDirectoryDialog.h"
 
-#include "ui/DialogParts.h"
 #include "MainWindow.h"
-#include "ui/SelectOnFocus.h"
-#include "ui/TextCodec.h"
 #include "shell/DataDirectory.h"
 #include "shell/TeamSelection.h"
+#include "ui/DialogParts.h"
+#include "ui/SelectOnFocus.h"
+#include "ui/TextCodec.h"
 
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -74,7 +74,7 @@ void DataDirectoryDialog::use() {
         return;
     window_.setDataDirectory(session_.paths.dataDirectory);
     teams_.setResetMark();
-    (void)teams_.load(files_);  // a disk error was shown; a short list reads as unnamed teams
+    (void)teams_.load(files_); // a disk error was shown; a short list reads as unnamed teams
     accept();
 }
 

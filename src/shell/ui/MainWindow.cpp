@@ -2,8 +2,8 @@
 
 #include "AboutDialog.h"
 #include "HelpWindow.h"
-#include "ui/TextCodec.h"
 #include "shell/Help.h"
+#include "ui/TextCodec.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -1,10 +1,10 @@
 #include "TeamNameDialog.h"
 
+#include "shell/TeamSelection.h"
+#include "storage/Bytes.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
-#include "shell/TeamSelection.h"
-#include "storage/Bytes.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "TeamSelectPanel.h"
 
-#include "ui/TextCodec.h"
 #include "shell/TeamSelection.h"
+#include "ui/TextCodec.h"
 
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
@@ -138,7 +138,8 @@ void TeamSelectPanel::showCount() {
     count_->setText(QString::number(count));
     const int current = teams_.currentTeam();
     current_->setText(count > 1 && teams_.isMarked(current)
-                          ? QStringLiteral("Current Team: ") + fromFileText(teams_.teamName(current))
+                          ? QStringLiteral("Current Team: ") +
+                                fromFileText(teams_.teamName(current))
                           : QString());
     for (int i = 0; i < list_->count(); ++i) {
         QFont font = list_->item(i)->font();
