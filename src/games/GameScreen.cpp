@@ -87,7 +87,7 @@ long long GameForm::opponentTotal() const {
 }
 
 bool GameForm::checkDate(std::string& labelText) {
-    std::string date = fit(fields_.date, 6);
+    std::string date = fit(fields_.date, width::gameDate);
     labelText.clear();
     if (date == "      ") {
         fields_.date = "000000";
@@ -105,14 +105,14 @@ GameRecord GameForm::toRecord() const {
     GameRecord r;
     r.gameNumber = static_cast<std::int16_t>(gameNumber_);
     r.gameStatus = 'A';
-    r.gameDate = fit(fields_.date, 6);
-    r.gameLocation = fit(fields_.location, 20);
-    r.opponent = fit(trim(fields_.opponent), 25);
+    r.gameDate = fit(fields_.date, width::gameDate);
+    r.gameLocation = fit(fields_.location, width::gameLocation);
+    r.opponent = fit(trim(fields_.opponent), width::opponent);
     for (std::size_t i = 0; i < 5; ++i) {
         r.opponentScore[i] = scoreToStore(Opp1 + i);
         r.teamScore[i] = scoreToStore(Team1 + i);
     }
-    r.gameComment = fit(fields_.comment, 58);
+    r.gameComment = fit(fields_.comment, width::gameComment);
     r.gameType = static_cast<char>('0' + std::clamp(fields_.gameType, 1, 7));
     r.homeFlag = fields_.home ? '1' : '2';
     r.specialSelect = fields_.specialSelect ? '2' : '1';

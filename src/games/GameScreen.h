@@ -111,7 +111,7 @@ private:
     std::array<std::int16_t, BoxCount> stored_{};
     std::optional<std::array<std::string, BoxCount>> storedTexts_;
     bool pointsOverflow_ = false;
-    std::string tail_ = std::string(63, ' ');
+    std::string tail_ = std::string(width::gameTail, ' ');
     bool changed_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "NameYourOwn.h"
 
+#include "storage/Records.h"
+
 namespace scorvane {
 
 OwnNames ownNamesOf(const ConfigRecord& config) {
@@ -16,14 +18,14 @@ void applyOwnNames(ConfigRecord& config, const OwnNames& names) {
         std::string name = trim(names.gameTypes[i]);
         if (name.empty())
             name = ConfigRecord::defaultGameTypeName(static_cast<int>(i + 1));
-        config.gameTypeNames[i] = fit(name, 10);
+        config.gameTypeNames[i] = fit(name, width::gameTypeName);
     }
     for (std::size_t k = 0; k < 30; ++k) {
         std::string name = trim(names.columns[k]);
         if (name.empty())
             name = ConfigRecord::defaultUserColumn(static_cast<int>(k / 5),
                                                    static_cast<int>(k % 5 + 1));
-        config.userColumns[k / 5][k % 5] = fit(name, 3);
+        config.userColumns[k / 5][k % 5] = fit(name, width::columnName);
     }
 }
 

@@ -11,7 +11,7 @@ Message invalid(std::string text) {
 }
 
 std::string vacantName(int number) {
-    return fit("Player " + digits(number), 17);
+    return fit("Player " + digits(number), width::playerName);
 }
 
 int numberOf(const Bytes& rec) {
@@ -81,7 +81,7 @@ Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, 
     }
     // The bytes a roster record carries past the name stay with the player.
     std::array<std::string, kMaxPlayers + 1> extras;
-    extras.fill(std::string(182, ' '));
+    extras.fill(std::string(width::rosterExtra, ' '));
     for (const auto& r : rosterFile) {
         if (isPlayerNumber(r.playerNumber))
             extras[static_cast<std::size_t>(r.playerNumber)] = r.rosterExtra;

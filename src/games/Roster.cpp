@@ -4,7 +4,11 @@ namespace scorvane {
 
 namespace {
 
-constexpr std::array<std::size_t, kContactFieldCount> kWidths = {20, 40, 40, 20, 5, 10, 200};
+// Other takes 200 characters on screen although the file keeps 70 of them.
+constexpr std::size_t kOtherOnScreen = 200;
+constexpr std::array<std::size_t, kContactFieldCount> kWidths = {
+    width::phone, width::address, width::address, width::city,
+    width::state, width::zip,     kOtherOnScreen};
 
 std::size_t index(ContactField f) {
     return static_cast<std::size_t>(f);
@@ -17,19 +21,19 @@ std::size_t contactWidth(ContactField field) {
 }
 
 Roster::Roster() {
-    names.fill(std::string(17, ' '));
+    names.fill(std::string(width::playerName, ' '));
 }
 
 Status Roster::load(TeamFiles& files) {
     inUse.fill(false);
-    names.fill(std::string(17, ' '));
+    names.fill(std::string(width::playerName, ' '));
     std::vector<RosterRecord> records;
     Status s = files.readAllAs(FileKind::Roster, records);
     for (const auto& r : records) {
         if (!isPlayerNumber(r.playerNumber))
             continue;
         inUse[static_cast<std::size_t>(r.playerNumber)] = true;
-        names[static_cast<std::size_t>(r.playerNumber)] = fit(r.playerName, 17);
+        names[static_cast<std::size_t>(r.playerNumber)] = fit(r.playerName, width::playerName);
     }
     return s;
 }
@@ -109,7 +113,7 @@ void RosterEditor::clear(int playerNumber) {
     const auto n = static_cast<std::size_t>(playerNumber);
     roster_.inUse[n] = false;
     // The stored name of a vacant number is never shown or saved.
-    roster_.names[n] = fit("player " + digits(playerNumber), 17);
+    roster_.names[n] = fit("player " + digits(playerNumber), width::playerName);
     for (std::size_t f = 0; f < kContactFieldCount; ++f)
         contacts_[n][f] = std::string(kWidths[f], ' ');
 }
@@ -118,7 +122,8 @@ bool RosterEditor::nameEntered(const std::string& text) {
     const auto n = static_cast<std::size_t>(selected_);
     const std::string typed = trim(text);
     const std::string old = trimRight(roster_.names[n]);
-    if (!typed.empty() && roster_.inUse[n] && fit(typed, 17) == fit(old, 17))
+    if (!typed.empty() && roster_.inUse[n] &&
+        fit(typed, width::playerName) == fit(old, width::playerName))
         return false;
     if (typed.empty()) {
         if (!roster_.inUse[n])
@@ -127,7 +132,7 @@ bool RosterEditor::nameEntered(const std::string& text) {
         return true;
     }
     roster_.inUse[n] = true;
-    roster_.names[n] = fit(typed, 17);
+    roster_.names[n] = fit(typed, width::playerName);
     return true;
 }
 

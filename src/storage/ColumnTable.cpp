@@ -1,5 +1,7 @@
 #include "ColumnTable.h"
 
+#include "Records.h"
+
 #include <vector>
 
 namespace scorvane {
@@ -31,11 +33,11 @@ void ColumnTable::build(const ConfigRecord& config) {
         auto& slots = names_[ks];
         slots.fill("   ");
         std::size_t i = 1;
-        slots[i++] = fit("G", 3);
+        slots[i++] = fit("G", width::columnName);
         for (const char* name : kFixedColumns[ks])
-            slots[i++] = fit(name, 3);
+            slots[i++] = fit(name, width::columnName);
         for (std::size_t u = 0; u < 5; ++u)
-            slots[i++] = fit(config.userColumns[ks][u], 3);
+            slots[i++] = fit(config.userColumns[ks][u], width::columnName);
     }
 }
 

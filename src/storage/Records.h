@@ -59,8 +59,8 @@ struct TeamRecord {
 struct RosterRecord {
     static constexpr std::size_t Length = 201;
     std::int16_t playerNumber = 0;
-    std::string playerName;                          // 17
-    std::string rosterExtra = std::string(182, ' '); // carried unchanged
+    std::string playerName;                                         // 17
+    std::string rosterExtra = std::string(width::rosterExtra, ' '); // carried unchanged
 
     Bytes encode() const;
     static RosterRecord decode(const Bytes& bytes);
@@ -98,12 +98,12 @@ struct GameRecord {
     std::string opponent;            // 25
     std::array<std::int16_t, 5> opponentScore{}; // quarters 1-4 and overtime; stored first
     std::array<std::int16_t, 5> teamScore{};
-    std::string gameComment;                 // 58
-    char gameType = '1';                     // "1".."7"
-    char homeFlag = '2';                     // "1" home, "2" away
-    char specialSelect = '1';                // "2" marked, "1" not
-    std::int16_t overtimeFlag = 0;           // -1 overtime, 0 not
-    std::string tail = std::string(63, ' '); // spaces in our files; kept as read
+    std::string gameComment;                              // 58
+    char gameType = '1';                                  // "1".."7"
+    char homeFlag = '2';                                  // "1" home, "2" away
+    char specialSelect = '1';                             // "2" marked, "1" not
+    std::int16_t overtimeFlag = 0;                        // -1 overtime, 0 not
+    std::string tail = std::string(width::gameTail, ' '); // spaces in our files; kept as read
 
     bool isLive() const { return gameStatus == 'A'; }
     // The two point totals in 16-bit arithmetic; empty when either sum leaves -32768..32767.

@@ -59,11 +59,11 @@ std::string GameLine(const GameRecord& game, const PointSums& points, const Conf
     const int type = game.gameTypeNumber();
     const std::string typeName =
         type > 0 ? fit(config.gameTypeNames[static_cast<std::size_t>(type - 1)], 10)
-                 : std::string(10, ' ');
+                 : std::string(width::gameTypeName, ' ');
     std::string line = AlignText(digits(game.gameNumber), 3, 'R') + " ";
     line += ShortDate(game.gameDate) + "  ";
     line += typeName + "  ";
-    line += fit(game.opponent, 25);
+    line += fit(game.opponent, width::opponent);
     line +=
         AlignText(digits(points.team), 4, 'L') + "-" + AlignText(digits(points.opponent), 4, 'R');
     if (points.team > points.opponent)

@@ -84,13 +84,13 @@ GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& g
     auto* modeLabel = boldLabel(fromUtf8(form_.modeCaption()), this);
     modeLabel->setObjectName(QStringLiteral("lblMode"));
 
-    date_ = makeBox("txtGameDate", 6);
+    date_ = makeBox("txtGameDate", width::gameDate);
     date_->setFixedWidth(charWidth * 10);
     date_->installEventFilter(this);
     displayDate_ = new QLabel(this);
     displayDate_->setObjectName(QStringLiteral("lblDisplayDate"));
     displayDate_->setTextFormat(Qt::PlainText);
-    location_ = makeBox("txtGameLoc", 20);
+    location_ = makeBox("txtGameLoc", width::gameLocation);
     location_->setFixedWidth(charWidth * 26);
 
     opponents_ = new QComboBox(this);
@@ -123,7 +123,7 @@ GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& g
     gameTypes_->setFixedSize(charWidth * 18,
                              gameTypes_->sizeHintForRow(0) * 7 + 2 * gameTypes_->frameWidth() + 2);
 
-    comment_ = makeBox("txtGameComment", 58);
+    comment_ = makeBox("txtGameComment", width::gameComment);
     comment_->setMinimumWidth(charWidth * 62);
 
     static const char* const kBoxNames[GameForm::BoxCount] = {

@@ -33,14 +33,14 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
 
     list_ = rosterLineList(this, "lstPlayerList");
 
-    boxes_[Name] = makeBox("txtPlayerName", 17);
-    boxes_[Phone] = makeBox("txtPhone", 20);
-    boxes_[Address1] = makeBox("txtAddress1", 40);
-    boxes_[Address2] = makeBox("txtAddress2", 40);
-    boxes_[City] = makeBox("txtCity", 20);
-    boxes_[State] = makeBox("txtState", 5);
-    boxes_[Zip] = makeBox("txtZip", 10);
-    boxes_[Other] = makeBox("txtOther", 200);
+    boxes_[Name] = makeBox("txtPlayerName", width::playerName);
+    boxes_[Phone] = makeBox("txtPhone", width::phone);
+    boxes_[Address1] = makeBox("txtAddress1", width::address);
+    boxes_[Address2] = makeBox("txtAddress2", width::address);
+    boxes_[City] = makeBox("txtCity", width::city);
+    boxes_[State] = makeBox("txtState", width::state);
+    boxes_[Zip] = makeBox("txtZip", width::zip);
+    boxes_[Other] = makeBox("txtOther", contactWidth(ContactField::Other));
     const int charWidth = fontMetrics().averageCharWidth();
     boxes_[Name]->setMaximumWidth(charWidth * 24);
     boxes_[Phone]->setMaximumWidth(charWidth * 26);

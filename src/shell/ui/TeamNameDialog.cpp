@@ -24,10 +24,10 @@ TeamNameDialog::TeamNameDialog(TeamSelection& teams, DataFiles& files, int teamN
     const TeamRecord& record = teams_.team(team_);
     longName_ = new QLineEdit(fromFileText(trimRight(record.teamName)), this);
     longName_->setObjectName(QStringLiteral("txtTeamName"));
-    longName_->setMaxLength(25);
+    longName_->setMaxLength(width::teamName);
     shortName_ = new QLineEdit(fromFileText(trimRight(record.shortName)), this);
     shortName_->setObjectName(QStringLiteral("TxtShortTeamName"));
-    shortName_->setMaxLength(10);
+    shortName_->setMaxLength(width::shortName);
     for (QLineEdit* box : {longName_, shortName_})
         selectAllOnFocus(box);
     // Each box about as wide as the characters it holds.
