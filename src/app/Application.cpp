@@ -1,5 +1,6 @@
 #include "Application.h"
 
+#include "entry/ui/PlayerScreenDialog.h"
 #include "games/ui/GameMenuDialog.h"
 #include "games/ui/NameYourOwnDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
@@ -79,10 +80,27 @@ void Application::openGameList() {
     const int team = teams_.currentTeam();
     GameMenuDialog dialog(files_, prompter_, session_.config, teams_, team,
                           team == gameTeam_ ? currentGame_ : 0, window_.get());
+    dialog.setPlayerScreen(
+        [this, team, &dialog](int game) { return openPlayerScreen(team, game, &dialog); });
     dialog.exec();
     gameTeam_ = team;
     currentGame_ = dialog.currentGame();
     refreshTeams();
+}
+
+bool Application::openPlayerScreen(int team, int game, QWidget* parent) {
+    const QString teamName = fromFileText(teams_.teamName(team));
+    PlayerScreenDialog* screen = nullptr;
+    // The roster opens over the player screen; the player screen fills its table again after.
+    auto openRoster = [this, team, teamName, &screen] {
+        RosterDialog roster(files_.team(team), roster_, prompter_, teamName, screen);
+        roster.exec();
+    };
+    PlayerScreenDialog dialog(files_.team(team), game, session_.columns, prompter_, teamName,
+                              openRoster, parent);
+    screen = &dialog;
+    dialog.exec();
+    return dialog.leftTo() == PlayerScreen::Leave::GameScreen;
 }
 
 void Application::openChangePlayerNumber() {

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class QWidget;
+
 namespace scorvane {
 
 class MainWindow;
@@ -40,6 +42,8 @@ public:
 
 private:
     bool hasDataDirectory() const;
+    // The player screen of a game; true when the user left it for the game screen.
+    bool openPlayerScreen(int team, int game, QWidget* parent);
     void refreshTeams();
 
     Session session_;

@@ -87,7 +87,7 @@ private:
     friend class TeamFiles;
     RecordFile& slot(FileKind kind);
     void closeTeamFiles(const std::string& path);
-    std::string journalPath() const { return paths_.dataDirectory + "FBJOURNL.TMP"; }
+    std::string journalPath() const { return paths_.dataDirectory + kJournalFileName; }
 
     DataPaths paths_;
     Prompter& prompter_;

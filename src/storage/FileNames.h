@@ -18,6 +18,8 @@ enum class FileKind {
 };
 
 inline constexpr const char* kConfigFileName = "BXFB.INI";
+// The journal of a change that replaces several files of a data directory together.
+inline constexpr const char* kJournalFileName = "FBJOURNL.TMP";
 
 std::size_t recordLength(FileKind kind);
 

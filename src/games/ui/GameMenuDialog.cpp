@@ -60,8 +60,9 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     auto* close = button("cmdClose", QStringLiteral("C&lose"));
     // Enter on the list changes the selected game, as a double-click does.
     modify_->setDefault(true);
-    // The player results screen is not built yet; until it is, Players stays disabled.
+    // Players needs a player screen to open (see setPlayerScreen).
     players_->setEnabled(false);
+    connect(players_, &QPushButton::clicked, this, &GameMenuDialog::openPlayers);
 
     connect(add_, &QPushButton::clicked, this, &GameMenuDialog::addGame);
     connect(insert_, &QPushButton::clicked, this, &GameMenuDialog::insertGame);
@@ -108,6 +109,7 @@ void GameMenuDialog::showLines(const std::vector<std::string>& lines, int gameLi
     list_->setEnabled(any);
     for (QPushButton* b : {insert_, modify_, delete_})
         b->setEnabled(any);
+    players_->setEnabled(any && openPlayers_);
     toggleMark_->setEnabled(any);
     if (any && row >= 0 && row < list_->count())
         list_->setCurrentRow(row);
@@ -121,11 +123,38 @@ int GameMenuDialog::selectedGame() const {
     return row < gameLines_ ? row + 1 : 0;
 }
 
-void GameMenuDialog::openGame(EntryMode mode, int gameNumber) {
+void GameMenuDialog::setPlayerScreen(PlayerScreenOpener open) {
+    openPlayers_ = std::move(open);
+    players_->setEnabled(openPlayers_ && gameLines_ > 0);
+}
+
+void GameMenuDialog::openPlayers() {
+    if (const int game = selectedGame())
+        openGame(EntryMode::Change, game, true);
+}
+
+void GameMenuDialog::openGame(EntryMode mode, int gameNumber, bool playersFirst) {
     const int row = list_->currentRow();
-    GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode,
-                            gameNumber, this);
-    const bool saved = screen.exec() == QDialog::Accepted;
+    bool saved = false;
+    bool players = playersFirst;
+    for (;;) {
+        if (!players) {
+            GameScreenDialog screen(data_, files_, games_, prompter_, config_, teams_, team_, mode,
+                                    gameNumber, this);
+            screen.setPlayersAvailable(static_cast<bool>(openPlayers_));
+            saved = screen.exec() == QDialog::Accepted || saved;
+            gameNumber = screen.form().gameNumber();
+            if (!screen.toPlayers())
+                break;
+        }
+        currentGame_ = gameNumber;
+        // The player screen leads back to the list, or to the game screen of the same game.
+        if (!openPlayers_ || !openPlayers_(gameNumber))
+            break;
+        mode = EntryMode::Change;
+        players = false;
+        (void)games_.load(files_); // the game screen reads the game as it is now
+    }
     if (mode != EntryMode::Add)
         currentGame_ = gameNumber;
 

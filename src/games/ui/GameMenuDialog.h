@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QAction;
 class QListWidget;
 class QPushButton;
@@ -34,6 +36,11 @@ public:
 
     int currentGame() const { return currentGame_; }
 
+    // Opens the player screen of a game of this team and returns true when the user left it for
+    // the game screen, false when for the game list. Without one, Players stays disabled.
+    using PlayerScreenOpener = std::function<bool(int gameNumber)>;
+    void setPlayerScreen(PlayerScreenOpener open);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -41,7 +48,10 @@ private:
     void open();
     void showLines(const std::vector<std::string>& lines, int gameLines, int row);
     int selectedGame() const;
-    void openGame(EntryMode mode, int gameNumber);
+    // The game screen and the player screen of one game, one after the other as the user moves
+    // between them, until the user is back on the list.
+    void openGame(EntryMode mode, int gameNumber, bool playersFirst = false);
+    void openPlayers();
     void addGame();
     void insertGame();
     void changeGame();
@@ -57,6 +67,7 @@ private:
     int currentGame_;
     GameList games_;
     int gameLines_ = 0;
+    PlayerScreenOpener openPlayers_;
     QListWidget* list_ = nullptr;
     QAction* toggleMark_ = nullptr;
     QPushButton* add_ = nullptr;

@@ -159,9 +159,10 @@ GameScreenDialog::GameScreenDialog(DataFiles& data, TeamFiles files, GameList& g
     cancel->setObjectName(QStringLiteral("cmdCancel"));
     auto* players = new QPushButton(QStringLiteral("&Players"), this);
     players->setObjectName(QStringLiteral("cmdPlayers"));
-    // The player results screen is not built yet; until it is, Players stays disabled rather
-    // than save the game and open nothing.
+    players_ = players;
+    // A new game must be saved before its player results can be entered.
     players->setEnabled(false);
+    connect(players, &QPushButton::clicked, this, &GameScreenDialog::players);
     auto* importButton = new QPushButton(QStringLiteral("&Import"), this);
     importButton->setObjectName(QStringLiteral("cmdImport"));
     connect(ok, &QPushButton::clicked, this, &GameScreenDialog::save);
@@ -395,9 +396,28 @@ void GameScreenDialog::opponentEntered() {
     form_.fields().opponent = toFileText(box->text());
 }
 
+void GameScreenDialog::setPlayersAvailable(bool available) {
+    playersAvailable_ = available;
+    players_->setEnabled(available && !form_.mustSaveFirst());
+}
+
+void GameScreenDialog::players() {
+    if (!playersAvailable_ || form_.mustSaveFirst())
+        return;
+    if (!form_.saveBeforePlayers(files_, games_, prompter_)) {
+        date_->setFocus();
+        return;
+    }
+    toPlayers_ = true;
+    QDialog::accept();
+}
+
 void GameScreenDialog::save() {
+    const bool newGame = form_.mustSaveFirst();
     switch (form_.save(files_, games_, prompter_)) {
     case GameForm::SaveResult::Saved:
+        // A game just added or inserted goes straight on to its players' results.
+        toPlayers_ = newGame && playersAvailable_;
         QDialog::accept();
         break;
     case GameForm::SaveResult::InvalidDate:

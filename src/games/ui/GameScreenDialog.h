@@ -12,6 +12,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPushButton;
 
 namespace scorvane {
 
@@ -43,6 +44,13 @@ public:
 
     const GameForm& form() const { return form_; }
 
+    // Whether the player screen can be opened from here. Without it the Players button stays
+    // disabled and a saved new game goes back to the list.
+    void setPlayersAvailable(bool available);
+    // Whether the screen closed to go on to the player screen of form().gameNumber(): after a game
+    // was added or inserted, or through the Players button.
+    bool toPlayers() const { return toPlayers_; }
+
     // Cancel, Escape and the close box all end here.
     void reject() override;
 
@@ -56,6 +64,7 @@ private:
     void dateEntered();
     void opponentEntered();
     void save();
+    void players();
     void import();
 
     DataFiles& data_;
@@ -67,6 +76,9 @@ private:
     int team_;
     GameForm form_;
     bool filling_ = false;
+    bool playersAvailable_ = false;
+    bool toPlayers_ = false;
+    QPushButton* players_ = nullptr;
 
     QLineEdit* date_ = nullptr;
     QLabel* displayDate_ = nullptr;

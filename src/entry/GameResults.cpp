@@ -1,0 +1,126 @@
+#include "GameResults.h"
+
+namespace scorvane {
+
+namespace {
+
+std::size_t idx(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+char letterOf(int category) {
+    return kCategoryLetters[idx(category)];
+}
+
+// Reads a player's results out of his record of a category.
+CategoryResults readResults(const Bytes& bytes, int category) {
+    const char letter = letterOf(category);
+    const StatLayout& layout = *StatLayout::of(letter);
+    CategoryResults r;
+    r.played = true;
+    if (isListCategory(letter)) {
+        const StatListRecord rec = StatListRecord::decode(bytes);
+        for (const auto& f : layout.fields())
+            r.values[idx(f.screenField)] = rec.summary[idx(f.slot)];
+        std::copy(rec.entries.begin(), rec.entries.end(), r.plays.begin());
+    } else {
+        const StatRecord rec = StatRecord::decode(bytes);
+        for (const auto& f : layout.fields())
+            r.values[idx(f.screenField)] = rec.values[idx(f.slot)];
+    }
+    return r;
+}
+
+// A record holding a player's results, over `base` (his existing record, or a fresh one carrying
+// only its header): the entered values and plays replace what `base` holds in their places, the
+// status follows the played mark.
+Bytes writeResults(const Bytes& base, int category, const CategoryResults& r) {
+    const char letter = letterOf(category);
+    const StatLayout& layout = *StatLayout::of(letter);
+    const char status = r.played ? 'A' : 'D';
+    if (isListCategory(letter)) {
+        StatListRecord rec = StatListRecord::decode(base);
+        rec.header.statStatus = status;
+        for (const auto& f : layout.fields())
+            rec.summary[idx(f.slot)] = r.values[idx(f.screenField)];
+        std::copy(r.plays.begin(), r.plays.end(), rec.entries.begin());
+        return rec.encode();
+    }
+    StatRecord rec = StatRecord::decode(base);
+    rec.header.statStatus = status;
+    for (const auto& f : layout.fields())
+        rec.values[idx(f.slot)] = r.values[idx(f.screenField)];
+    return rec.encode();
+}
+
+// A new record of the game for a player and category: blank values, spaces in its free bytes.
+Bytes freshRecord(const GameRecord& game, int player, int category) {
+    StatRecord rec; // both layouts start with the same header and end in spaces
+    rec.header = StatHeader{game.gameNumber,    static_cast<std::int16_t>(player),
+                            letterOf(category), 'A',
+                            game.gameType,      game.specialSelect};
+    Bytes bytes = rec.encode();
+    if (isListCategory(letterOf(category))) {
+        StatListRecord list;
+        list.header = rec.header;
+        bytes = list.encode();
+    }
+    return bytes;
+}
+
+} // namespace
+
+void GameResults::load(const std::vector<Bytes>& records, const GameStatsIndex& index) {
+    for (auto& player : players_)
+        player.fill(CategoryResults{});
+    for (int c = 0; c < kCategoryCount; ++c)
+        for (int p = 1; p <= kMaxPlayers; ++p) {
+            const int n = index.recordOf[idx(c)][idx(p)];
+            if (n >= 1 && n <= static_cast<int>(records.size()))
+                players_[idx(p)][idx(c)] = readResults(records[idx(n - 1)], c);
+        }
+}
+
+CategoryResults& GameResults::at(int player, int category) {
+    return players_.at(idx(player)).at(idx(category));
+}
+
+const CategoryResults& GameResults::at(int player, int category) const {
+    return players_.at(idx(player)).at(idx(category));
+}
+
+std::vector<Bytes> GameResults::applyTo(std::vector<Bytes> records, const GameRecord& game) const {
+    std::vector<StatHeader> headers;
+    headers.reserve(records.size());
+    for (const auto& b : records)
+        headers.push_back(StatHeader::decode(b));
+    std::vector<int> corrected;
+    const GameStatsIndex index = indexGameStats(headers, game, corrected);
+    // Copies of the game's type and mark that went stale are brought up to date on the way.
+    for (int n : corrected)
+        headers[idx(n - 1)].encodeInto(records[idx(n - 1)]);
+
+    std::vector<Bytes> inserted;
+    for (int p = 1; p <= kMaxPlayers; ++p)
+        for (int c = 0; c < kCategoryCount; ++c) {
+            const CategoryResults& r = players_[idx(p)][idx(c)];
+            if (const int n = index.recordOf[idx(c)][idx(p)]; n != 0)
+                records[idx(n - 1)] = writeResults(records[idx(n - 1)], c, r);
+            else if (r.played)
+                inserted.push_back(writeResults(freshRecord(game, p, c), c, r));
+        }
+    records.insert(records.begin() + (index.insertionPoint - 1), inserted.begin(), inserted.end());
+    return records;
+}
+
+Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResults& results) {
+    std::vector<Bytes> records;
+    if (Status s = files.readAll(FileKind::Stats, records); !s)
+        return s;
+    const std::vector<Bytes> updated = results.applyTo(records, game);
+    if (updated == records)
+        return Status::ok();
+    return files.replaceAll(FileKind::Stats, updated);
+}
+
+} // namespace scorvane

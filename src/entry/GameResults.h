@@ -1,0 +1,58 @@
+#pragma once
+
+#include "PlayLists.h"
+
+#include "storage/Category.h"
+#include "storage/DataFiles.h"
+#include "storage/Records.h"
+#include "storage/StatIndex.h"
+#include "storage/StatLayout.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace scorvane {
+
+// One player's results of one category in the game being entered.
+struct CategoryResults {
+    // The played mark: the player is recorded in the category exactly when it is set.
+    bool played = false;
+    // The entered values by screen field, as stored (defense sacks in tenths).
+    std::array<std::int16_t, kEntryFieldCount> values{};
+    // Kicking and returns: the kicks or returns.
+    PlayList plays{};
+
+    bool operator==(const CategoryResults&) const = default;
+};
+
+// Every player's results of one game, held in memory while the player screen is open. Slots run
+// 1..99 by player number, whether or not the number is on the roster, so results recorded under a
+// number that has left the roster are kept and written back as they were.
+class GameResults {
+public:
+    // Takes the records the index found (in `records`, the statistics file in record order).
+    void load(const std::vector<Bytes>& records, const GameStatsIndex& index);
+
+    CategoryResults& at(int player, int category);
+    const CategoryResults& at(int player, int category) const;
+
+    // The statistics file after writing these results, built from its current records in one
+    // pass. The game's records are found again as the indexing pass finds them. A player's
+    // existing record of a category is rewritten from his results (with status "D" when he is no
+    // longer recorded in it); everything the screen does not enter (other values, the record's
+    // tail) stays as it was. New records (player 1..99, then passing, receiving, rushing,
+    // defense, kicking, returns) go in one block at the game's insertion point, so the file stays
+    // in game order. Every other record is kept byte for byte.
+    std::vector<Bytes> applyTo(std::vector<Bytes> records, const GameRecord& game) const;
+
+private:
+    std::array<std::array<CategoryResults, kCategoryCount>, kMaxPlayers + 1> players_{};
+};
+
+// Writes the results of the game: the statistics file is read once, its new contents are built in
+// memory and it is replaced whole (crash-safe). Nothing is written when nothing differs.
+[[nodiscard]] Status saveGameResults(TeamFiles& files, const GameRecord& game,
+                                     const GameResults& results);
+
+} // namespace scorvane

@@ -1,0 +1,117 @@
+#include "Season.h"
+
+#include "storage/FileNames.h"
+#include "storage/RecordFile.h"
+
+namespace scorvane {
+namespace {
+
+void fillRoster(TeamSeason& season, const std::vector<RosterRecord>& roster) {
+    season.players.fill({});
+    for (const auto& r : roster)
+        if (isPlayerNumber(r.playerNumber))
+            season.players[static_cast<std::size_t>(r.playerNumber)] =
+                fit(r.playerName, width::playerName);
+}
+
+template <class R> std::vector<R> decodeRecords(const std::vector<Bytes>& raw) {
+    std::vector<R> out;
+    out.reserve(raw.size());
+    for (const auto& b : raw)
+        out.push_back(R::decode(b));
+    return out;
+}
+
+} // namespace
+
+std::string TeamSeason::playerName(int number) const {
+    if (!isPlayerNumber(number) || players[static_cast<std::size_t>(number)].empty())
+        return std::string(width::playerName, ' ');
+    return players[static_cast<std::size_t>(number)];
+}
+
+Status loadTeamSeason(DataFiles& data, int team, TeamSeason& season) {
+    season = TeamSeason{};
+    season.number = team;
+    TeamRecord names;
+    if (Status s = data.teamRecord(Access::Read, team, names); !s)
+        return s;
+    season.name = trimRight(names.teamName);
+    season.shortName = trimRight(names.shortName);
+    TeamFiles files = data.team(team);
+    std::vector<RosterRecord> roster;
+    if (Status s = files.readAllAs(FileKind::Roster, roster); !s)
+        return s;
+    fillRoster(season, roster);
+    if (Status s = files.readAllAs(FileKind::Games, season.games); !s)
+        return s;
+    return files.readAll(FileKind::Stats, season.stats);
+}
+
+Status readRecordsReadOnly(const std::string& path, std::size_t recordLength,
+                           std::vector<Bytes>& records, bool& exists) {
+    records.clear();
+    Bytes contents;
+    if (Status s = readWholeFile(path, contents, exists); !s)
+        return Status::error(s.kind(), "Cannot read " + path + ": " + s.message(), s.code());
+    for (std::size_t at = 0; at + recordLength <= contents.size(); at += recordLength)
+        records.emplace_back(contents.begin() + static_cast<std::ptrdiff_t>(at),
+                             contents.begin() + static_cast<std::ptrdiff_t>(at + recordLength));
+    return Status::ok();
+}
+
+Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
+    season = TeamSeason{};
+    season.number = team;
+    if (team < 1 || team > kMaxTeams)
+        return Status::error(ErrorKind::RecordRange,
+                             "There is no team " + digits(team) + "; teams are 1 to 100.");
+
+    // A change the program was making when it stopped is finished the next time the program opens
+    // the directory; until then the files may disagree with each other.
+    const std::string journal = paths.dataDirectory + kJournalFileName;
+    if (fileExists(journal))
+        return Status::error(ErrorKind::Unreadable,
+                             "An interrupted change is waiting in " + paths.dataDirectory +
+                                 "; open the data directory in Scorvane first.");
+
+    std::vector<Bytes> raw;
+    bool exists = false;
+    const std::string teamList = fileName(FileKind::TeamList, paths, team);
+    if (Status s = readRecordsReadOnly(teamList, TeamRecord::Length, raw, exists); !s)
+        return s;
+    if (!exists)
+        return Status::error(ErrorKind::Unreadable, "There is no team list " + teamList + ".");
+    const auto slot = static_cast<std::size_t>(team - 1);
+    if (slot >= raw.size() || trim(TeamRecord::decode(raw[slot]).teamName).empty())
+        return Status::error(ErrorKind::RecordRange,
+                             "Team " + digits(team) + " is not in the team list " + teamList + ".");
+    const TeamRecord names = TeamRecord::decode(raw[slot]);
+    season.name = trimRight(names.teamName);
+    season.shortName = trimRight(names.shortName);
+
+    // The roster: a file in an older record layout is converted by the program when it opens the
+    // team; here it can only be refused.
+    const std::string rosterPath = fileName(FileKind::Roster, paths, team);
+    Bytes contents;
+    if (Status s = readWholeFile(rosterPath, contents, exists); !s)
+        return Status::error(s.kind(), "Cannot read " + rosterPath + ": " + s.message(), s.code());
+    if (contents.size() % RosterRecord::Length != 0)
+        return Status::error(ErrorKind::Unreadable,
+                             "The roster file " + rosterPath +
+                                 " is in an older layout; open the team in Scorvane once to "
+                                 "convert it.");
+    if (Status s = readRecordsReadOnly(rosterPath, RosterRecord::Length, raw, exists); !s)
+        return s;
+    fillRoster(season, decodeRecords<RosterRecord>(raw));
+
+    if (Status s = readRecordsReadOnly(fileName(FileKind::Games, paths, team), GameRecord::Length,
+                                       raw, exists);
+        !s)
+        return s;
+    season.games = decodeRecords<GameRecord>(raw);
+    return readRecordsReadOnly(fileName(FileKind::Stats, paths, team), StatRecord::Length,
+                               season.stats, exists);
+}
+
+} // namespace scorvane

@@ -1,0 +1,532 @@
+#include "Statistics.h"
+
+#include "storage/StatLayout.h"
+#include "storage/TextUtil.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <set>
+
+namespace scorvane {
+namespace {
+
+constexpr long long kInt16Min = std::numeric_limits<std::int16_t>::min();
+constexpr long long kInt16Max = std::numeric_limits<std::int16_t>::max();
+constexpr long long kInt32Min = std::numeric_limits<std::int32_t>::min();
+constexpr long long kInt32Max = std::numeric_limits<std::int32_t>::max();
+
+bool fits(long long v, long long low, long long high) {
+    return v >= low && v <= high;
+}
+bool fits32(long long v) {
+    return fits(v, kInt32Min, kInt32Max);
+}
+
+// Column codes of the columns that the derivation reads or writes.
+namespace pass {
+constexpr int Att = 2, Cm = 3, Yds = 4, Int = 5, TD = 6, XPt = 12, Pct = 15, Avg = 16, Rtg = 17,
+              Pts = 18;
+}
+namespace catching {
+constexpr int Rec = 2, Yds = 3, TD = 4, YAC = 7, FD = 8, XPt = 10, YatC = 14, Avg = 15, Pts = 16,
+              FDPct = 17;
+}
+namespace rush {
+constexpr int Rsh = 2, Yds = 3, TD = 5, XPt = 8, Avg = 12, Pts = 13;
+}
+namespace defense {
+constexpr int Tkl = 2, Sol = 3, Ast = 4;
+}
+namespace kicks {
+constexpr int ExtraPoints = 2, XB = 3, Pnt = 4, PB = 5, P20 = 6, PFC = 7, PTB = 8, PLg = 9,
+              PAv = 10, FGAll = 11, FG20 = 12, FG30 = 13, FG40 = 14, FGOver40 = 15, FGB = 16,
+              FLg = 17;
+}
+namespace returns {
+constexpr int PRt = 2, PAv = 3, PFC = 4, PF = 5, PTD = 6, PLg = 7, PYd = 8, KRt = 9, KAv = 10,
+              KFC = 11, KF = 12, KTD = 13, KLg = 14, KYd = 15;
+}
+
+// One player's running sums while the records are read. 64-bit, so that a sum that leaves the
+// 32-bit range can be told rather than wrapped.
+struct Sums {
+    std::array<long long, kMaxColumnCode + 1> value{};
+    std::array<bool, kMaxColumnCode + 1> longestSeen{};
+    std::array<long long, kMaxColumnCode + 1> made{};
+    std::array<long long, kMaxColumnCode + 1> attempted{};
+    long long puntYards = 0;
+    std::set<int> games;
+
+    // A longest-gain column takes the first counted value as it is (so a negative longest gain
+    // shows when every counted one is negative), then only greater ones.
+    void longest(int code, long long v) {
+        const auto c = static_cast<std::size_t>(code);
+        if (!longestSeen[c] || v > value[c])
+            value[c] = v;
+        longestSeen[c] = true;
+    }
+    void add(int code, long long v) { value[static_cast<std::size_t>(code)] += v; }
+    void kick(int code, bool good) {
+        ++attempted[static_cast<std::size_t>(code)];
+        if (good)
+            ++made[static_cast<std::size_t>(code)];
+    }
+};
+
+bool has(int marks, int bit) {
+    return (marks & bit) != 0;
+}
+
+void addCategoryRecord(char category, const StatRecord& record, Sums& sums) {
+    const int count = ColumnTable::columnCount(category);
+    for (int code = 2; code <= count; ++code) {
+        const int slot = statSlot(category, code);
+        if (slot < 0 || slot >= static_cast<int>(StatRecord::ValueCount))
+            continue;
+        const long long v = record.values[static_cast<std::size_t>(slot)];
+        if (columnKind(category, code) == ColumnKind::Longest)
+            sums.longest(code, v);
+        else
+            sums.add(code, v);
+    }
+}
+
+void addKicks(const StatListRecord& record, Sums& sums) {
+    using namespace kicks;
+    for (const ListEntry& e : record.entries) {
+        const bool good = has(e.marks, kickmark::Good);
+        const bool blocked = has(e.marks, kickmark::Blocked);
+        switch (e.type) {
+        case kicktype::ExtraPoint:
+            sums.kick(ExtraPoints, good);
+            sums.add(XB, blocked ? 1 : 0);
+            break;
+        case kicktype::Punt:
+            sums.add(Pnt, 1);
+            sums.puntYards += e.yards;
+            sums.add(PB, blocked ? 1 : 0);
+            sums.add(P20, has(e.marks, kickmark::Inside20) ? 1 : 0);
+            sums.add(PFC, has(e.marks, kickmark::FairCatch) ? 1 : 0);
+            sums.add(PTB, has(e.marks, kickmark::Touchback) ? 1 : 0);
+            sums.longest(PLg, e.yards);
+            break;
+        case kicktype::FieldGoal: {
+            sums.kick(FGAll, good);
+            const int range = e.yards <= 20   ? FG20
+                              : e.yards <= 30 ? FG30
+                              : e.yards <= 40 ? FG40
+                                              : FGOver40;
+            sums.kick(range, good);
+            sums.add(FGB, blocked ? 1 : 0);
+            if (good)
+                sums.longest(FLg, e.yards);
+            break;
+        }
+        default:
+            break; // an unused entry, or a letter no kick has
+        }
+    }
+}
+
+void addReturns(const StatListRecord& record, Sums& sums) {
+    using namespace returns;
+    for (const ListEntry& e : record.entries) {
+        const bool punt = e.type == returntype::Punt;
+        if (!punt && e.type != returntype::Kick)
+            continue;
+        sums.add(punt ? PRt : KRt, 1);
+        sums.add(punt ? PYd : KYd, e.yards);
+        sums.add(punt ? PFC : KFC, has(e.marks, returnmark::FairCatch) ? 1 : 0);
+        sums.add(punt ? PF : KF, has(e.marks, returnmark::Fumble) ? 1 : 0);
+        sums.add(punt ? PTD : KTD, has(e.marks, returnmark::Touchdown) ? 1 : 0);
+        sums.longest(punt ? PLg : KLg, e.yards);
+    }
+}
+
+void addListRecord(char category, const StatListRecord& record, Sums& sums) {
+    const int firstUser = ColumnTable::firstUserColumn(category);
+    for (std::size_t i = 0; i < record.summary.size(); ++i)
+        sums.add(firstUser + static_cast<int>(i), record.summary[i]);
+    if (category == 'K')
+        addKicks(record, sums);
+    else
+        addReturns(record, sums);
+}
+
+// A quotient computed in double precision and kept in single precision; 0 when the denominator
+// is not above 0.
+float quotient(long long numerator, long long denominator, double scale = 1.0) {
+    if (denominator <= 0)
+        return 0.0f;
+    return static_cast<float>(static_cast<double>(numerator) / static_cast<double>(denominator) *
+                              scale);
+}
+
+float clampPart(float part) {
+    return part < 0.0f ? 0.0f : part > 2.375f ? 2.375f : part;
+}
+
+// The passer rating: four parts, each kept in single precision and clamped on its own to
+// 0..2.375, then their sum x 100 / 6 in single precision.
+float passerRating(long long att, long long cm, long long yds, long long td, long long ints) {
+    if (att <= 0)
+        return 0.0f;
+    const double a = static_cast<double>(att);
+    const float pa = clampPart(static_cast<float>((static_cast<double>(cm) / a - 0.3) / 0.2));
+    const float pb = clampPart(static_cast<float>((static_cast<double>(yds) / a - 3) / 4));
+    const float pc = clampPart(static_cast<float>((static_cast<double>(td) / a) / 0.05));
+    const float pd = clampPart(static_cast<float>((0.095 - static_cast<double>(ints) / a) / 0.04));
+    const float sum = pa + pb + pc + pd;
+    return sum * 100.0f / 6.0f;
+}
+
+// The derived columns of a line, from its counts. Players keep Pts and Y@C in 16 bits; the
+// totals line in 32. A derived figure built on a figure out of range is out of range too.
+void derive(char category, PlayerFigures& f, long long puntYards, bool puntYardsOverflow,
+            bool totals) {
+    const long long low = totals ? kInt32Min : kInt16Min;
+    const long long high = totals ? kInt32Max : kInt16Max;
+    auto v = [&](int code) { return f[code].value; };
+    auto bad = [&](std::initializer_list<int> codes) {
+        for (int c : codes)
+            if (f[c].overflow)
+                return true;
+        return false;
+    };
+    auto ratio = [&](int code, float value, std::initializer_list<int> from) {
+        f[code].ratio = value;
+        f[code].overflow = bad(from);
+    };
+    // TD x 6 + XPt x 2, each product and the sum checked.
+    auto points = [&](int code, int td, int xpt) {
+        const long long six = v(td) * 6;
+        const long long two = v(xpt) * 2;
+        const long long sum = six + two;
+        f[code].value = sum;
+        f[code].overflow = bad({td, xpt}) || !fits(six, low, high) || !fits(two, low, high) ||
+                           !fits(sum, low, high);
+    };
+
+    switch (category) {
+    case 'P': {
+        using namespace pass;
+        ratio(Pct, quotient(v(Cm), v(Att), 100.0), {Cm, Att});
+        ratio(Avg, quotient(v(Yds), v(Cm)), {Yds, Cm});
+        ratio(Rtg, passerRating(v(Att), v(Cm), v(Yds), v(TD), v(Int)), {Att, Cm, Yds, TD, Int});
+        points(Pts, TD, XPt);
+        break;
+    }
+    case 'C': {
+        using namespace catching;
+        const long long atCatch = v(Yds) - v(YAC);
+        f[YatC].value = atCatch;
+        f[YatC].overflow = bad({Yds, YAC}) || !fits(atCatch, low, high);
+        ratio(Avg, quotient(v(Yds), v(Rec)), {Yds, Rec});
+        ratio(FDPct, quotient(v(FD), v(Rec)), {FD, Rec});
+        points(Pts, TD, XPt);
+        break;
+    }
+    case 'R': {
+        using namespace rush;
+        ratio(Avg, quotient(v(Yds), v(Rsh)), {Yds, Rsh});
+        points(Pts, TD, XPt);
+        break;
+    }
+    case 'D': {
+        using namespace defense;
+        const long long tackles = v(Sol) + v(Ast);
+        f[Tkl].value = tackles;
+        f[Tkl].overflow = bad({Sol, Ast}) || !fits32(tackles);
+        break;
+    }
+    case 'K':
+        f[kicks::PAv].ratio = quotient(puntYards, v(kicks::Pnt));
+        f[kicks::PAv].overflow = puntYardsOverflow || bad({kicks::Pnt});
+        break;
+    case 'T': {
+        using namespace returns;
+        ratio(PAv, quotient(v(PYd), v(PRt)), {PYd, PRt});
+        ratio(KAv, quotient(v(KYd), v(KRt)), {KYd, KRt});
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+bool isDerived(char category, int code) {
+    switch (columnKind(category, code)) {
+    case ColumnKind::Ratio:
+    case ColumnKind::Average:
+    case ColumnKind::Points:
+    case ColumnKind::YardsAtCatch:
+        return true;
+    default:
+        return category == 'D' && code == defense::Tkl;
+    }
+}
+
+// The counted figures of a line from its sums, each checked against the 32-bit range (games
+// against 16 bits); the made x 100 of a made/attempted column must fit 32 bits as well.
+void takeSums(char category, const Sums& sums, PlayerFigures& f) {
+    const int count = ColumnTable::columnCount(category);
+    const auto games = static_cast<long long>(sums.games.size());
+    f[1].value = games;
+    f[1].overflow = games > kInt16Max;
+    for (int code = 2; code <= count; ++code) {
+        if (isDerived(category, code))
+            continue;
+        const auto c = static_cast<std::size_t>(code);
+        Figure& fig = f[code];
+        if (columnKind(category, code) == ColumnKind::MadeAttempted) {
+            fig.made = sums.made[c];
+            fig.attempted = sums.attempted[c];
+            fig.overflow = !fits32(fig.made) || !fits32(fig.attempted) || !fits32(fig.made * 100);
+        } else {
+            fig.value = sums.value[c];
+            fig.overflow = !fits32(fig.value);
+        }
+    }
+    derive(category, f, sums.puntYards, !fits32(sums.puntYards), false);
+}
+
+void noteOverflows(char category, const PlayerFigures& f, std::vector<OverflowNote>& notes) {
+    const int count = ColumnTable::columnCount(category);
+    for (int code = 1; code <= count; ++code)
+        if (f[code].overflow)
+            notes.push_back({f.teamNumber, f.number, f.name, code});
+}
+
+} // namespace
+
+StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams,
+                             const Selection& selection) {
+    StatReport report;
+    report.category = category;
+    report.multipleTeams = teams.size() > 1;
+    report.totals.name = fit("Totals", width::playerName);
+    if (categoryIndex(category) < 0)
+        return report;
+
+    Sums total;
+    long long totalGames = 0;
+    for (const TeamSeason& team : teams) {
+        // The selected games of the team, by number.
+        std::set<int> selected;
+        for (const GameRecord& g : team.games)
+            if (selection.countsGame(g))
+                selected.insert(g.gameNumber);
+
+        std::array<Sums, kMaxPlayers + 1> sums{};
+        for (const Bytes& raw : team.stats) {
+            const StatHeader h = StatHeader::decode(raw);
+            if (!h.isLive() || h.category != category || !isPlayerNumber(h.playerNumber) ||
+                selected.count(h.gameNumber) == 0)
+                continue;
+            Sums& s = sums[static_cast<std::size_t>(h.playerNumber)];
+            s.games.insert(h.gameNumber);
+            if (isListCategory(category))
+                addListRecord(category, StatListRecord::decode(raw), s);
+            else
+                addCategoryRecord(category, StatRecord::decode(raw), s);
+        }
+
+        // Listing in roster order; the totals gather what the listed players did.
+        std::set<int> teamGames;
+        for (int number = 1; number <= kMaxPlayers; ++number) {
+            const Sums& s = sums[static_cast<std::size_t>(number)];
+            const std::string name = team.playerName(number);
+            if (s.games.empty() || !selection.countsPlayer(number, name))
+                continue;
+            PlayerFigures f;
+            f.teamNumber = team.number;
+            f.teamShortName = team.shortName;
+            f.number = number;
+            f.name = name;
+            takeSums(category, s, f);
+            noteOverflows(category, f, report.overflows);
+            report.players.push_back(std::move(f));
+
+            teamGames.insert(s.games.begin(), s.games.end());
+            for (int code = 2; code <= kMaxColumnCode; ++code) {
+                const auto c = static_cast<std::size_t>(code);
+                if (columnKind(category, code) == ColumnKind::Longest) {
+                    if (s.longestSeen[c])
+                        total.longest(code, s.value[c]);
+                } else {
+                    total.value[c] += s.value[c];
+                }
+                total.made[c] += s.made[c];
+                total.attempted[c] += s.attempted[c];
+            }
+            total.puntYards += s.puntYards;
+        }
+        totalGames += static_cast<long long>(teamGames.size());
+    }
+
+    PlayerFigures& t = report.totals;
+    const int count = ColumnTable::columnCount(category);
+    for (int code = 2; code <= count; ++code) {
+        if (isDerived(category, code))
+            continue;
+        const auto c = static_cast<std::size_t>(code);
+        if (columnKind(category, code) == ColumnKind::MadeAttempted) {
+            t[code].made = total.made[c];
+            t[code].attempted = total.attempted[c];
+            t[code].overflow = !fits32(total.made[c]) || !fits32(total.attempted[c]) ||
+                               !fits32(total.made[c] * 100);
+        } else {
+            t[code].value = total.value[c];
+            t[code].overflow = !fits32(total.value[c]);
+        }
+    }
+    t[1].value = totalGames;
+    t[1].overflow = !fits32(totalGames);
+    derive(category, t, total.puntYards, !fits32(total.puntYards), true);
+    noteOverflows(category, t, report.overflows);
+    return report;
+}
+
+void sortPlayers(StatReport& report, int sortColumn, char direction) {
+    const ColumnKind kind = columnKind(report.category, sortColumn);
+    if (kind == ColumnKind::None)
+        return;
+    auto key = [&](const PlayerFigures& p) -> double {
+        const Figure& f = p[sortColumn];
+        switch (kind) {
+        case ColumnKind::Ratio:
+        case ColumnKind::Average:
+            return f.ratio;
+        case ColumnKind::MadeAttempted:
+            return static_cast<double>(f.made);
+        default:
+            return static_cast<double>(f.value);
+        }
+    };
+    const bool descending = direction == 'D';
+    std::stable_sort(report.players.begin(), report.players.end(),
+                     [&](const PlayerFigures& a, const PlayerFigures& b) {
+                         return descending ? key(a) > key(b) : key(a) < key(b);
+                     });
+}
+
+std::string formatNumber(double value, std::string_view mask) {
+    // The mask: literal characters before the first placeholder, the whole-number placeholders
+    // ("#" optional, "0" always written) and the decimals after the point.
+    std::size_t i = 0;
+    std::string prefix;
+    while (i < mask.size() && mask[i] != '#' && mask[i] != '0' && mask[i] != '.')
+        prefix += mask[i++];
+    int wholeZeros = 0;
+    for (; i < mask.size() && mask[i] != '.'; ++i)
+        wholeZeros += mask[i] == '0' ? 1 : 0;
+    int decimals = 0;
+    if (i < mask.size() && mask[i] == '.')
+        for (++i; i < mask.size() && mask[i] == '0'; ++i)
+            ++decimals;
+
+    long long scale = 1;
+    for (int d = 0; d < decimals; ++d)
+        scale *= 10;
+    if (!std::isfinite(value) || std::fabs(value) * static_cast<double>(scale) > 9.0e17)
+        return "Overflow";
+    const long long scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+    const long long whole = scaled / scale;
+    std::string text = prefix;
+    if (value < 0 && scaled != 0)
+        text += "-";
+    std::string wholeText = whole == 0 && wholeZeros == 0 ? "" : digits(whole);
+    if (static_cast<int>(wholeText.size()) < wholeZeros)
+        wholeText.insert(0, static_cast<std::size_t>(wholeZeros) - wholeText.size(), '0');
+    text += wholeText;
+    if (decimals > 0) {
+        std::string fraction = digits(scaled % scale);
+        fraction.insert(0, static_cast<std::size_t>(decimals) - fraction.size(), '0');
+        text += "." + fraction;
+    }
+    return text;
+}
+
+std::string FormatMadeAttempted(std::int32_t made, std::int32_t attempted) {
+    float percent = 0.0f;
+    if (attempted >= 1) {
+        const long long hundredfold = static_cast<long long>(made) * 100;
+        if (!fits32(hundredfold))
+            return "Overflow";
+        percent = static_cast<float>(static_cast<double>(hundredfold) / attempted);
+    }
+    return digits(made) + "/" + digits(attempted) +
+           AlignText(formatNumber(percent, " ##0.0") + "%", 7, 'L');
+}
+
+std::string figureText(char category, int code, const Figure& figure) {
+    if (figure.overflow)
+        return "Overflow";
+    switch (columnKind(category, code)) {
+    case ColumnKind::None:
+        return {};
+    case ColumnKind::Ratio:
+        return formatNumber(figure.ratio, "###0.0");
+    case ColumnKind::Average:
+        return formatNumber(figure.ratio, "##0.0");
+    case ColumnKind::MadeAttempted:
+        return FormatMadeAttempted(static_cast<std::int32_t>(figure.made),
+                                   static_cast<std::int32_t>(figure.attempted));
+    case ColumnKind::Sacks: {
+        const long long tenths = figure.value < 0 ? -figure.value : figure.value;
+        return (figure.value < 0 ? "-" : "") + digits(tenths / 10) + "." + digits(tenths % 10);
+    }
+    default:
+        return digits(figure.value);
+    }
+}
+
+namespace {
+
+std::string leadingPart(const StatReport& report, const std::string& number,
+                        const std::string& name, const std::string& team) {
+    std::string line = AlignText(number, 3, 'L');
+    line += " " + fit(name, width::playerName);
+    if (report.multipleTeams)
+        line += " " + fit(team, width::shortName);
+    return line;
+}
+
+std::string figureColumns(const StatReport& report, const PlayerFigures& f,
+                          const std::vector<int>& columns, const ColumnTable& table) {
+    std::string line;
+    for (int code : columns) {
+        const std::string heading = columnHeading(report.category, code, table);
+        if (heading.empty())
+            continue;
+        line += AlignText(figureText(report.category, code, f[code]),
+                          static_cast<int>(heading.size()), 'L');
+    }
+    return line;
+}
+
+} // namespace
+
+std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
+                              const ColumnTable& table) {
+    std::string line = leadingPart(report, "No", "Name", "Team");
+    for (int code : columns)
+        line += columnHeading(report.category, code, table);
+    return line;
+}
+
+std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,
+                             const std::vector<int>& columns, const ColumnTable& table) {
+    return leadingPart(report, digits(player.number), player.name, player.teamShortName) +
+           figureColumns(report, player, columns, table);
+}
+
+std::string FormatTotalsLine(const StatReport& report, const std::vector<int>& columns,
+                             const ColumnTable& table) {
+    return leadingPart(report, "", "Totals", "") +
+           figureColumns(report, report.totals, columns, table);
+}
+
+} // namespace scorvane

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "ReportColumns.h"
+#include "Season.h"
+#include "Selection.h"
+
+#include "storage/ColumnTable.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scorvane {
+
+// One figure of a report line. Which members count depends on the column's kind: `value` for
+// games, counts, longest gains, sacks (in tenths), Pts and Y@C; `ratio` for the ratio and average
+// columns (single precision, as the program keeps them); `made` and `attempted` for the extra point
+// and field goal columns. A figure whose value left its range is marked `overflow` and is never
+// written as a number.
+struct Figure {
+    long long value = 0;
+    float ratio = 0.0f;
+    long long made = 0;
+    long long attempted = 0;
+    bool overflow = false;
+};
+
+// The season figures of one line of a report: a listed player, or the totals.
+struct PlayerFigures {
+    int teamNumber = 0;
+    std::string teamShortName;                        // Windows-1252, right-trimmed
+    int number = 0;                                   // player number; 0 on the totals line
+    std::string name;                                 // 17 characters, Windows-1252
+    std::array<Figure, kMaxColumnCode + 1> columns{}; // by column code; [0] unused
+
+    const Figure& operator[](int code) const { return columns.at(static_cast<std::size_t>(code)); }
+    Figure& operator[](int code) { return columns.at(static_cast<std::size_t>(code)); }
+    long long games() const { return columns[1].value; }
+};
+
+// A figure that does not fit its range: the line it stands on and its column.
+struct OverflowNote {
+    int teamNumber = 0;
+    int playerNumber = 0; // 0: the totals line
+    std::string playerName;
+    int column = 0;
+};
+
+// The computed report of one category over one or more teams.
+struct StatReport {
+    char category = 'P';
+    bool multipleTeams = false;
+    // The listed players, each with at least one selected game: teams in the order given, each
+    // team's players in roster order (until sortPlayers orders them).
+    std::vector<PlayerFigures> players;
+    // Counting columns summed over the listed players in 32 bits, longest gains as the largest
+    // of them, games as the selected games in which any listed player took part, and the ratio,
+    // Pts and Y@C columns worked out again from the summed counts.
+    PlayerFigures totals;
+    std::vector<OverflowNote> overflows;
+
+    bool empty() const { return players.empty(); }
+};
+
+// Accumulates and derives the figures of `category` over the selected games of every team.
+// Records that are deleted, of another category, of a game not selected or of a player number
+// outside 1..99 are skipped.
+StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams,
+                             const Selection& selection);
+
+// Orders the player lines by a column, "D" descending and anything else ascending. Players with
+// equal figures keep their order (roster order). A code the category lacks leaves the order as
+// it is.
+void sortPlayers(StatReport& report, int sortColumn, char direction);
+
+// The number written with a display mask: "###0.0" and "##0.0" (one decimal, no leading zeros but
+// the units), " ##0.0" (the same after a space) and "###.000" (three decimals, nothing before the
+// point when the whole part is 0: .667). Rounded half away from zero.
+std::string formatNumber(double value, std::string_view mask);
+
+// "made/attempted" followed by the percentage right-justified in 7 characters with its "%":
+// 3 of 4 gives "3/4  75.0%", 0 of 0 gives "0/0   0.0%". "Overflow" when made x 100 leaves the
+// 32-bit range.
+std::string FormatMadeAttempted(std::int32_t made, std::int32_t attempted);
+
+// A figure's text as written in a report, before it is fitted to its column ("Overflow" for a
+// figure out of range).
+std::string figureText(char category, int code, const Figure& figure);
+
+// The lines of a statistics report for a list of column codes (codes the category lacks are left
+// out): the heading line, a player's line and the totals line. Each line starts with the player's
+// number right-justified in 3 and his name in 17 (with the team's short name in 10 after it when
+// the report spans several teams); then each column's value right-justified in its heading's
+// width. A value wider than its column is left out, as the program's alignment does.
+std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
+                              const ColumnTable& table);
+std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,
+                             const std::vector<int>& columns, const ColumnTable& table);
+std::string FormatTotalsLine(const StatReport& report, const std::vector<int>& columns,
+                             const ColumnTable& table);
+
+} // namespace scorvane

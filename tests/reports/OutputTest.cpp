@@ -1,0 +1,255 @@
+#include "reports/ReportDocument.h"
+#include "reports/ReportOutput.h"
+#include "reports/Selection.h"
+#include "reports/TeamRecord.h"
+
+#include "SeasonBuilder.h"
+#include "support/FakePrompter.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+using namespace scorvane;
+using scorvane::testing::SeasonBuilder;
+
+namespace {
+
+std::string asText(const Bytes& b) {
+    return std::string(b.begin(), b.end());
+}
+
+Status print(const std::string& path, bool append, const std::vector<std::string>& lines) {
+    TextFileOutput out(path, append);
+    return printLines(out, lines, nullptr);
+}
+
+ConfigRecord namedTypes() {
+    ConfigRecord c = ConfigRecord::defaults();
+    c.gameTypeNames[0] = fit("League", 10);
+    c.gameTypeNames[1] = fit("Non-League", 10);
+    return c;
+}
+
+} // namespace
+
+TEST(TextFileOutput, AppendAddsAfterTheFirstReportReplaceKeepsOnlyTheSecond) {
+    scorvane::testing::TempDir dir;
+    const std::string path = dir.file("report.txt");
+    // Trailing spaces go, a form-feed line stays a form feed of its own, names become UTF-8.
+    ASSERT_TRUE(print(path, true, {"First   ", "  Jos\xe9 ", kNewPageLine, ""}));
+    EXPECT_EQ(asText(dir.read("report.txt")), "First\n  Jos\xc3\xa9\n\f\n\n");
+    ASSERT_TRUE(print(path, true, {"Second"}));
+    EXPECT_EQ(asText(dir.read("report.txt")), "First\n  Jos\xc3\xa9\n\f\n\nSecond\n");
+    ASSERT_TRUE(print(path, false, {"Third", "x  y  "}));
+    EXPECT_EQ(asText(dir.read("report.txt")), "Third\nx  y\n");
+
+    // The routine itself: open, print, close; another mode letter is refused.
+    TextFileOutput out(path, true);
+    ASSERT_TRUE(PrintReportLine(out, 'O'));
+    ASSERT_TRUE(PrintReportLine(out, 'P', "Fourth"));
+    EXPECT_FALSE(PrintReportLine(out, 'X', "never"));
+    ASSERT_TRUE(PrintReportLine(out, 'C'));
+    EXPECT_EQ(asText(dir.read("report.txt")), "Third\nx  y\nFourth\n");
+}
+
+TEST(TextFileOutput, AFileThatCannotBeOpenedIsOfferedRetryThenCancelled) {
+    scorvane::testing::TempDir dir;
+    scorvane::testing::FakePrompter prompter;
+    prompter.answers = {Answer::Retry, Answer::Cancel};
+    TextFileOutput out(dir.file("no-such-folder/report.txt"), false);
+    const Status s = printLines(out, {"line"}, &prompter);
+    EXPECT_FALSE(s);
+    ASSERT_EQ(prompter.shown.size(), 2u);
+    EXPECT_EQ(prompter.shown[0].title, "Printer/File Error");
+    EXPECT_EQ(prompter.shown[0].buttons, Buttons::RetryCancel);
+    EXPECT_NE(prompter.shown[0].text.find("report.txt"), std::string::npos);
+    EXPECT_EQ(printErrorMessage(true, "whatever").text, "Printer not ready");
+}
+
+TEST(PrintOptions, DialogChecksInItsOrder) {
+    PrintOptions options;
+    auto refused = [&](PrintEntry e) {
+        const auto error = storePrintOptions(e, options);
+        return error ? error->message.title + ": " + error->message.text : std::string("ok");
+    };
+    PrintEntry e;
+    e.copies = "0";
+    EXPECT_EQ(refused(e), "Copies Invalid: Must be greater than 1");
+    e.copies = "51";
+    EXPECT_EQ(refused(e), "Copies Invalid: 50 copies maximum");
+    e.copies = "50";
+    e.linesPerPage = "20";
+    EXPECT_EQ(refused(e), "Lines per Page Invalid: Must be greater than 20");
+    e.linesPerPage = "21";
+    e.topPlayers = "0";
+    EXPECT_EQ(refused(e), "Top Players Invalid: Must be 1 to 999");
+    e.topPlayers = "5";
+    e.copies = "1";
+    e.append = false;
+    e.fileName = " out.txt ";
+    EXPECT_EQ(refused(e), "ok");
+    EXPECT_EQ(options.copies, 1);
+    EXPECT_EQ(options.linesPerPage, 21);
+    EXPECT_EQ(options.topPlayers, 5);
+    EXPECT_EQ(options.fileMode, 'R');
+    EXPECT_EQ(options.fileName, "out.txt");
+}
+
+TEST(PageLayout, PagesHoldTheirLinesAndTheTotalsStayTogether) {
+    PageParts parts;
+    parts.title = "Rushing Statistics";
+    parts.subtitles = {"Hawks", "Games 1 to 999, all game types"};
+    parts.headings = {std::string(40, 'H'), std::string(40, '-')};
+    for (int i = 1; i <= 30; ++i)
+        parts.body.push_back("player " + digits(i));
+    parts.closing = {"", "    Totals"};
+    const std::vector<std::string> lines = layOutPages(parts, 21);
+
+    // Pages split at the form-feed lines; none longer than 21 lines.
+    std::vector<std::vector<std::string>> pages(1);
+    for (const auto& l : lines) {
+        if (l == kNewPageLine)
+            pages.emplace_back();
+        else
+            pages.back().push_back(l);
+    }
+    ASSERT_EQ(pages.size(), 3u);
+    for (std::size_t p = 0; p < pages.size(); ++p) {
+        EXPECT_LE(pages[p].size(), 21u);
+        EXPECT_EQ(pages[p][0], "Rushing Statistics" + std::string(16, ' ') + "Page " +
+                                   digits(static_cast<long long>(p + 1)));
+        EXPECT_EQ(pages[p][4], parts.headings[0]);
+    }
+    // 15 players fit under the 6 heading lines; the two closing lines do not fit after the 30th
+    // and go to a page of their own, together.
+    EXPECT_EQ(pages[0].back(), "player 15");
+    EXPECT_EQ(pages[1].back(), "player 30");
+    EXPECT_EQ(pages[2],
+              (std::vector<std::string>{pages[2][0], "Hawks", "Games 1 to 999, all game types", "",
+                                        parts.headings[0], parts.headings[1], "", "    Totals"}));
+    // Two lines fewer and the totals end the second page.
+    parts.body.resize(28);
+    const std::vector<std::string> shorter = layOutPages(parts, 21);
+    EXPECT_EQ(std::count(shorter.begin(), shorter.end(), kNewPageLine), 1);
+    EXPECT_EQ(shorter.back(), "    Totals");
+    EXPECT_EQ(shorter[shorter.size() - 3], "player 28");
+}
+
+TEST(Selection, StoringTheDialogsChoice) {
+    Selection s;
+    SelectionEntry e;
+    e.fromGame = "50";
+    e.toGame = "10";
+    e.playerName = "  Caleb Morrison";
+    e.gameTypes[3] = false;
+    ASSERT_FALSE(storeSelection(e, s));
+    EXPECT_EQ(s.fromGame, 10);
+    EXPECT_EQ(s.toGame, 50);
+    EXPECT_EQ(s.playerName, "caleb morrison   ");
+    EXPECT_FALSE(s.allGameTypes());
+    EXPECT_EQ(s.describe(namedTypes()),
+              "Games 10 to 50, League, Non-League, GameType 3, GameType 5, GameType 6, "
+              "GameType 7, player caleb morrison");
+
+    for (const char* bad : {"0", "1000", "", "x"}) {
+        Selection untouched = s;
+        e.fromGame = bad;
+        const auto error = storeSelection(e, untouched);
+        ASSERT_TRUE(error) << bad;
+        EXPECT_EQ(error->message.text, "Must be 1 to 999");
+        EXPECT_EQ(error->message.title, "From Game Invalid");
+        EXPECT_EQ(error->focus, SelectionField::FromGame);
+        EXPECT_EQ(untouched.fromGame, 10); // nothing stored
+    }
+    e.fromGame = "1";
+    e.toGame = "1000";
+    EXPECT_EQ(storeSelection(e, s)->message.title, "To Game Invalid");
+    e.toGame = "999";
+    e.gameTypes.fill(true);
+    e.specialSelect = true;
+    ASSERT_FALSE(storeSelection(e, s));
+    EXPECT_TRUE(s.allGameTypes());
+    EXPECT_EQ(s.emptyReportText(), "No Games");
+    s.specialSelect = false;
+    EXPECT_EQ(s.emptyReportText(), "No Players");
+}
+
+TEST(TeamRecord, PercentageAndTheTieColumn) {
+    const ConfigRecord config = namedTypes();
+    SeasonBuilder b;
+    b.game(1, '1', 21, 7).game(2, '1', 3, 10).game(3, '1', 0, 0).game(4, '2', 14, 13);
+    b.game(5, '3', 7, 6).game(6, '1', 99, 0);
+    Selection firstFour;
+    firstFour.toGame = 4;
+    TeamRecordReport r = computeTeamRecord({b.season}, firstFour);
+    EXPECT_EQ(r.shownRows(), (std::vector<int>{1, 2, kTotalsRow})); // no row for type 3
+    EXPECT_TRUE(r.anyTies());
+    EXPECT_EQ(formatPct(r.rows[kTotalsRow].pct), ".625"); // 2 won, 1 lost, 1 tied
+    EXPECT_EQ(formatPct(r.rows[2].pct), "1.000");
+    EXPECT_EQ(teamRecordHeaders(true),
+              (std::vector<std::string>{"Game Type", "Won", "Lost", "Tie", "Pct", "PF", "PA"}));
+    EXPECT_EQ(teamRecordHeaderLine(true),
+              "Game Type    Won    Lost    Ties     Pct      PF      PA");
+    EXPECT_EQ(teamRecordLine(r, 1, config, true),
+              "League         1       1       1    .500      24      17");
+    EXPECT_EQ(teamRecordLine(r, kTotalsRow, config, true),
+              "Totals         2       1       1    .625      38      30");
+
+    // Without the 0-0 game there is no tie anywhere, and so no Tie column.
+    b.season.games[2].gameStatus = 'D';
+    r = computeTeamRecord({b.season}, firstFour);
+    EXPECT_FALSE(r.anyTies());
+    EXPECT_EQ(teamRecordHeaders(false),
+              (std::vector<std::string>{"Game Type", "Won", "Lost", "Pct", "PF", "PA"}));
+    EXPECT_EQ(teamRecordHeaderLine(false), "Game Type    Won    Lost     Pct      PF      PA");
+    EXPECT_EQ(teamRecordLine(r, kTotalsRow, config, false),
+              "Totals         2       1    .667      38      30");
+    EXPECT_EQ(teamRecordCsv(r, config),
+              "Game Type,Won,Lost,Tie,Pct,PF,PA\r\nLeague,1,1,0,.500,24,17\r\n"
+              "Non-League,1,0,0,1.000,14,13\r\nTotals,2,1,0,.667,38,30\r\n");
+
+    // Nothing selected: no rows, and the printed record says so.
+    Selection none;
+    none.fromGame = none.toGame = 7;
+    r = computeTeamRecord({b.season}, none);
+    EXPECT_TRUE(r.empty());
+    EXPECT_TRUE(r.shownRows().empty());
+    const auto lines = teamRecordPages(r, config, {"Team Record", "Hawks", "Games 7 to 7"}, {});
+    EXPECT_EQ(lines.back(), "No Games");
+
+    // A game whose points leave 16 bits is reported, never counted with wrapped points.
+    b.season.games[0].teamScore = {32767, 1, 0, 0, 0};
+    r = computeTeamRecord({b.season}, Selection{});
+    ASSERT_EQ(r.overflows.size(), 1u);
+    EXPECT_EQ(r.rows[kTotalsRow].games(), 4);
+}
+
+TEST(ReportDocument, CsvAndHtmlOfAStatisticsReport) {
+    SeasonBuilder b;
+    b.player(7, "O'Neil, \"Ace\" <7>").player(9, "Sims").game(1);
+    b.list(1, 7, 'K', {}); // a list without kicks still counts the game
+    b.list(1, 9, 'K', {{'F', 30, kickmark::Good}, {'F', 44, 0}});
+    StatisticsDocument d;
+    d.report = ComputeStatistics('K', {b.season}, Selection{});
+    d.columns = {1, 11, 17};
+    d.heading = {"Kicking Statistics", "Hawks & Co", "Games 1 to 999, all game types"};
+    const ColumnTable table;
+    EXPECT_EQ(statisticsCsv(d, table, 999), "No,Name,G,FG All,FLg\r\n"
+                                            "7,\"O'Neil, \"\"Ace\"\" <7>\",1,0/0   0.0%,0\r\n"
+                                            "9,Sims,1,1/2  50.0%,30\r\n"
+                                            ",Totals,1,1/2  50.0%,30\r\n");
+    // The top players cut the lines, never the totals.
+    EXPECT_EQ(statisticsCsv(d, table, 1), "No,Name,G,FG All,FLg\r\n"
+                                          "7,\"O'Neil, \"\"Ace\"\" <7>\",1,0/0   0.0%,0\r\n"
+                                          ",Totals,1,1/2  50.0%,30\r\n");
+
+    const std::string html = statisticsHtml(d, table, 999);
+    EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0u);
+    EXPECT_NE(html.find("O&#39;Neil, &quot;Ace&quot; &lt;7&gt;"), std::string::npos);
+    EXPECT_NE(html.find("<p class=\"team\">Hawks &amp; Co</p>"), std::string::npos);
+    EXPECT_NE(html.find("<th>FG All</th>"), std::string::npos);
+    EXPECT_EQ(html.find("<7>"), std::string::npos);
+}

@@ -1,0 +1,334 @@
+#include "reports/Statistics.h"
+
+#include "SeasonBuilder.h"
+
+#include <gtest/gtest.h>
+
+using namespace scorvane;
+using scorvane::testing::SeasonBuilder;
+
+namespace {
+
+const ColumnTable kTable;
+
+StatReport compute(char category, const SeasonBuilder& b, const Selection& s = {}) {
+    return ComputeStatistics(category, {b.season}, s);
+}
+
+std::string text(const StatReport& r, const PlayerFigures& p, int code) {
+    return figureText(r.category, code, p[code]);
+}
+
+std::vector<int> numbers(const StatReport& r) {
+    std::vector<int> out;
+    for (const auto& p : r.players)
+        out.push_back(p.number);
+    return out;
+}
+
+} // namespace
+
+TEST(Statistics, PasserRatingPartsAreClampedEachOnItsOwn) {
+    SeasonBuilder b;
+    b.game(1).game(2);
+    // 10 of 10, 200 yards, 4 touchdowns, no interception: every part at its 2.375 ceiling.
+    b.stats(1, 7, 'P', {{2, 10}, {3, 10}, {4, 200}, {6, 4}});
+    // The same passer with 10 interceptions: d alone falls to 0, the others stay at 2.375.
+    b.stats(1, 8, 'P', {{2, 10}, {3, 10}, {4, 200}, {6, 4}, {5, 10}});
+    // Nothing completed and everything intercepted: every part is 0, never below.
+    b.stats(2, 9, 'P', {{2, 10}, {4, -20}, {5, 10}});
+    // No attempt: Pct, Avg and Rtg stay 0.
+    b.stats(2, 10, 'P', {{6, 1}});
+    const StatReport r = compute('P', b);
+    ASSERT_EQ(numbers(r), (std::vector<int>{7, 8, 9, 10}));
+
+    EXPECT_EQ(text(r, r.players[0], 17), "158.3");
+    EXPECT_EQ(text(r, r.players[0], 15), "100.0");
+    EXPECT_EQ(text(r, r.players[0], 16), "20.0");  // yards per completion
+    EXPECT_EQ(text(r, r.players[1], 17), "118.8"); // 7.125 x 100 / 6 = 118.75, half up
+    EXPECT_EQ(text(r, r.players[2], 17), "0.0");
+    EXPECT_EQ(text(r, r.players[2], 16), "0.0");
+    EXPECT_EQ(text(r, r.players[3], 15), "0.0");
+    EXPECT_EQ(text(r, r.players[3], 17), "0.0");
+    EXPECT_EQ(text(r, r.players[3], 18), "6");
+
+    // Printed in the width of its heading "   Rtg".
+    const std::string line = FormatPlayerLine(r, r.players[0], {1, 17}, kTable);
+    EXPECT_EQ(line, "  7 " + fit("", 17) + "  1 158.3");
+}
+
+TEST(Statistics, ReceivingDerivedColumns) {
+    SeasonBuilder b;
+    b.player(81, "Jordan Hayes").game(1).game(2);
+    b.stats(1, 81, 'C', {{2, 4}, {3, 10}, {7, 25}, {8, 2}, {4, 1}, {10, 1}});
+    b.stats(2, 81, 'C', {{2, 6}, {3, 20}, {7, 20}, {8, 3}, {5, 12}});
+    const StatReport r = compute('C', b);
+    ASSERT_EQ(r.players.size(), 1u);
+    const auto& p = r.players[0];
+    EXPECT_EQ(text(r, p, 14), "-15"); // Y@C = Yds 30 - YAC 45
+    EXPECT_EQ(text(r, p, 17), "0.5"); // FD% = 5 / 10, not multiplied by 100
+    EXPECT_EQ(text(r, p, 15), "3.0"); // Avg = 30 / 10
+    EXPECT_EQ(text(r, p, 16), "8");   // Pts = 1 x 6 + 1 x 2
+    EXPECT_EQ(text(r, p, 5), "12");   // the longest, not the sum
+    EXPECT_EQ(text(r, p, 1), "2");
+    EXPECT_EQ(FormatPlayerLine(r, p, {14, 17}, kTable), " 81 Jordan Hayes      -15   0.5");
+}
+
+TEST(Statistics, MadeAttemptedTexts) {
+    EXPECT_EQ(FormatMadeAttempted(0, 0), "0/0   0.0%");
+    EXPECT_EQ(FormatMadeAttempted(1, 3), "1/3  33.3%");
+    EXPECT_EQ(FormatMadeAttempted(3, 4), "3/4  75.0%");
+    EXPECT_EQ(FormatMadeAttempted(10, 10), "10/10 100.0%");
+    EXPECT_EQ(FormatMadeAttempted(2, 3), "2/3  66.7%");
+    EXPECT_EQ(FormatMadeAttempted(30000000, 30000000), "Overflow"); // made x 100 past 32 bits
+}
+
+TEST(Statistics, DisplayMasksRoundHalfAwayFromZero) {
+    EXPECT_EQ(formatNumber(0.25, "##0.0"), "0.3");
+    EXPECT_EQ(formatNumber(-0.25, "##0.0"), "-0.3");
+    EXPECT_EQ(formatNumber(1234.56, "###0.0"), "1234.6");
+    EXPECT_EQ(formatNumber(75, " ##0.0"), " 75.0");
+    EXPECT_EQ(formatNumber(0.625, "###.000"), ".625");
+    EXPECT_EQ(formatNumber(1.0, "###.000"), "1.000");
+    EXPECT_EQ(formatNumber(2.0 / 3.0, "###.000"), ".667");
+    EXPECT_EQ(formatNumber(0.0, "###.000"), ".000");
+}
+
+TEST(Statistics, SixteenBitFiguresOverflowAndAreNeverWrapped) {
+    SeasonBuilder b;
+    b.game(1).game(2);
+    b.stats(1, 1, 'P', {{6, 5461}});          // 32766 points: fits
+    b.stats(1, 2, 'P', {{6, 5461}, {12, 1}}); // 32768: one too many
+    b.stats(1, 3, 'P', {{6, 5462}});          // the product alone leaves 16 bits
+    const StatReport r = compute('P', b);
+    ASSERT_EQ(r.players.size(), 3u);
+    EXPECT_EQ(text(r, r.players[0], 18), "32766");
+    EXPECT_EQ(text(r, r.players[1], 18), "Overflow");
+    EXPECT_EQ(text(r, r.players[2], 18), "Overflow");
+    std::vector<std::pair<int, int>> noted;
+    for (const auto& n : r.overflows)
+        noted.emplace_back(n.playerNumber, n.column);
+    // The totals line sums in 32 bits: 98306 points fit there.
+    EXPECT_EQ(noted, (std::vector<std::pair<int, int>>{{2, 18}, {3, 18}}));
+    EXPECT_EQ(text(r, r.totals, 18), "98306");
+
+    // Y@C: two games of 32767 yards each make 65534, past 16 bits for the player.
+    SeasonBuilder c;
+    c.game(1).game(2);
+    c.stats(1, 5, 'C', {{2, 1}, {3, 32767}});
+    c.stats(2, 5, 'C', {{2, 1}, {3, 32767}});
+    const StatReport rc = compute('C', c);
+    ASSERT_EQ(rc.overflows.size(), 1u);
+    EXPECT_EQ(rc.overflows[0].column, 14);
+    EXPECT_EQ(text(rc, rc.players[0], 3), "65534");
+    EXPECT_EQ(text(rc, rc.totals, 14), "65534");
+    // Never shown as a number; too wide for its column, it is left out as any such value.
+    EXPECT_EQ(FormatPlayerLine(rc, rc.players[0], {14}, kTable), "  5 " + fit("", 17));
+}
+
+TEST(Statistics, SelectionDecidesGamesPlayedAndListing) {
+    SeasonBuilder b;
+    b.player(10, "Ten").player(20, "Twenty").player(30, "Thirty");
+    b.game(1, '1').game(2, '2').game(3, '1', 0, 0, '2');
+    b.stats(1, 10, 'R', {{2, 5}, {3, 20}});
+    b.stats(2, 10, 'R', {{2, 5}, {3, 30}});
+    b.stats(3, 20, 'R', {{2, 1}, {3, 4}});
+    b.stats(2, 30, 'R', {{2, 9}, {3, 9}}, 'D'); // deleted: never counts
+
+    Selection games12;
+    games12.fromGame = 1;
+    games12.toGame = 2;
+    StatReport r = compute('R', b, games12);
+    ASSERT_EQ(numbers(r), std::vector<int>{10}); // 20 played only game 3, 30 nothing live
+    EXPECT_EQ(r.players[0].games(), 2);
+    EXPECT_EQ(text(r, r.players[0], 3), "50");
+
+    Selection type1;
+    type1.gameTypes = {true, false, false, false, false, false, false};
+    r = compute('R', b, type1);
+    ASSERT_EQ(numbers(r), (std::vector<int>{10, 20}));
+    EXPECT_EQ(r.players[0].games(), 1);
+    EXPECT_EQ(text(r, r.players[0], 3), "20");
+    EXPECT_EQ(r.totals.games(), 2); // games 1 and 3
+
+    Selection special;
+    special.specialSelect = true;
+    r = compute('R', b, special);
+    EXPECT_EQ(numbers(r), std::vector<int>{20});
+
+    Selection byName;
+    byName.playerName = selectionPlayerName("  TWENTY");
+    EXPECT_EQ(numbers(compute('R', b, byName)), std::vector<int>{20});
+    Selection byNumber;
+    byNumber.playerNumber = 10;
+    EXPECT_EQ(numbers(compute('R', b, byNumber)), std::vector<int>{10});
+
+    // A deleted game's records do not count even when they are still marked live.
+    b.season.games[1].gameStatus = 'D';
+    r = compute('R', b, games12);
+    ASSERT_EQ(r.players.size(), 1u);
+    EXPECT_EQ(r.players[0].games(), 1);
+}
+
+TEST(Statistics, EqualKeysKeepRosterOrderInBothDirections) {
+    SeasonBuilder b;
+    b.game(1);
+    for (int n : {30, 5, 12, 9})
+        b.stats(1, n, 'R', {{2, 1}, {3, n == 12 ? 80 : 40}});
+    StatReport r = compute('R', b);
+    EXPECT_EQ(numbers(r), (std::vector<int>{5, 9, 12, 30})); // roster order, not file order
+    sortPlayers(r, 3, 'D');
+    EXPECT_EQ(numbers(r), (std::vector<int>{12, 5, 9, 30}));
+    sortPlayers(r, 3, 'A');
+    EXPECT_EQ(numbers(r), (std::vector<int>{5, 9, 30, 12}));
+    sortPlayers(r, 12, 'D'); // Avg: 80.0 against 40.0
+    EXPECT_EQ(numbers(r), (std::vector<int>{12, 5, 9, 30}));
+    sortPlayers(r, 25, 'A'); // no such column: order stays
+    EXPECT_EQ(numbers(r), (std::vector<int>{12, 5, 9, 30}));
+
+    // A full roster with two figures only: each group stays in roster order.
+    SeasonBuilder many;
+    many.game(1);
+    std::vector<int> expected, others;
+    for (int n = kMaxPlayers; n >= 1; --n)
+        many.stats(1, n, 'R', {{2, 1}, {3, n % 3 == 0 ? 80 : 40}});
+    for (int n = 1; n <= kMaxPlayers; ++n)
+        (n % 3 == 0 ? expected : others).push_back(n);
+    expected.insert(expected.end(), others.begin(), others.end());
+    r = compute('R', many);
+    sortPlayers(r, 3, 'D');
+    EXPECT_EQ(numbers(r), expected);
+}
+
+TEST(Statistics, TotalsRecomputeRatiosFromSummedCounts) {
+    SeasonBuilder b;
+    b.game(1).game(2);
+    b.stats(1, 1, 'P', {{2, 10}, {3, 5}, {4, 50}, {8, -3}});
+    b.stats(2, 2, 'P', {{2, 30}, {3, 30}, {4, 300}, {8, 45}});
+    b.stats(1, 2, 'P', {{2, 1}, {3, 0}, {8, -7}});
+    const StatReport r = compute('P', b);
+    EXPECT_EQ(text(r, r.players[0], 15), "50.0");
+    EXPECT_EQ(text(r, r.players[1], 15), "96.8"); // 30 of 31
+    EXPECT_EQ(text(r, r.totals, 15), "85.4");     // 35 of 41, not the mean of the two
+    EXPECT_EQ(text(r, r.totals, 2), "41");
+    EXPECT_EQ(text(r, r.players[0], 8), "-3"); // a negative longest gain shows
+    EXPECT_EQ(text(r, r.players[1], 8), "45");
+    EXPECT_EQ(text(r, r.totals, 8), "45"); // the longest of all
+    EXPECT_EQ(text(r, r.totals, 1), "2");  // selected games with a listed player
+    EXPECT_EQ(FormatTotalsLine(r, {1, 2, 15}, kTable), "    Totals             2  41  85.4");
+    EXPECT_EQ(FormatHeadingLine(r, {1, 2, 15}, kTable), " No Name               G Att   Pct");
+}
+
+TEST(Statistics, KickingFromTheKickList) {
+    using kickmark::Blocked, kickmark::FairCatch, kickmark::Good, kickmark::Inside20,
+        kickmark::Touchback;
+    SeasonBuilder b;
+    b.game(1).game(2);
+    b.list(1, 3, 'K',
+           {{'X', 0, Good},
+            {'X', 0, Blocked},
+            {'P', 40, Inside20},
+            {'P', 52, Touchback},
+            {'P', 0, Blocked},
+            {'P', 38, FairCatch + Inside20},
+            {'F', 20, Good},
+            {'F', 21, 0},
+            {'F', 35, Good},
+            {'F', 40, Blocked},
+            {'F', 41, Good},
+            {'Q', 99, Good}},
+           {1, 2, 3, 4, 5});
+    b.list(2, 3, 'K', {{'F', 55, 0}, {'X', 0, Good}}, {10, 0, 0, 0, 0});
+    const StatReport r = compute('K', b);
+    ASSERT_EQ(r.players.size(), 1u);
+    const auto& p = r.players[0];
+    EXPECT_EQ(text(r, p, 1), "2");
+    EXPECT_EQ(text(r, p, 2), "2/3  66.7%");  // extra points
+    EXPECT_EQ(text(r, p, 3), "1");           // XB
+    EXPECT_EQ(text(r, p, 4), "4");           // punts
+    EXPECT_EQ(text(r, p, 5), "1");           // PB
+    EXPECT_EQ(text(r, p, 6), "2");           // P20
+    EXPECT_EQ(text(r, p, 7), "1");           // PFC
+    EXPECT_EQ(text(r, p, 8), "1");           // PTB
+    EXPECT_EQ(text(r, p, 9), "52");          // PLg
+    EXPECT_EQ(text(r, p, 10), "32.5");       // PAv = 130 / 4
+    EXPECT_EQ(text(r, p, 11), "3/6  50.0%"); // FG All
+    EXPECT_EQ(text(r, p, 12), "1/1 100.0%"); // 0 to 20
+    EXPECT_EQ(text(r, p, 13), "0/1   0.0%"); // 21 to 30
+    EXPECT_EQ(text(r, p, 14), "1/2  50.0%"); // 31 to 40
+    EXPECT_EQ(text(r, p, 15), "1/2  50.0%"); // 41 and over
+    EXPECT_EQ(text(r, p, 16), "1");          // FGB
+    EXPECT_EQ(text(r, p, 17), "41");         // FLg: made kicks only
+    EXPECT_EQ(text(r, p, 18), "11");         // user columns sum the summary values
+    EXPECT_EQ(text(r, p, 22), "5");
+    EXPECT_EQ(FormatPlayerLine(r, p, {2, 11}, kTable),
+              "  3 " + fit("", 17) + "     2/3  66.7%    3/6  50.0%");
+}
+
+TEST(Statistics, ReturnsFromTheReturnList) {
+    using returnmark::FairCatch, returnmark::Fumble, returnmark::Touchdown;
+    SeasonBuilder b;
+    b.game(1);
+    b.list(1, 2, 'T',
+           {{'P', 10, 0},
+            {'P', 0, FairCatch},
+            {'P', 65, Touchdown},
+            {'P', -3, Fumble},
+            {'K', 22, 0},
+            {'K', 48, Fumble + Touchdown},
+            {'K', 0, FairCatch}});
+    const StatReport r = compute('T', b);
+    const auto& p = r.players.at(0);
+    const std::vector<std::string> expected = {"1", "4",    "18.0", "1", "1", "1",  "65", "72",
+                                               "3", "23.3", "1",    "1", "1", "48", "70"};
+    for (int code = 1; code <= 15; ++code)
+        EXPECT_EQ(text(r, p, code), expected[static_cast<std::size_t>(code - 1)]) << code;
+}
+
+TEST(Statistics, DefenseTacklesAndHalfSacks) {
+    SeasonBuilder b;
+    b.game(1).game(2);
+    b.stats(1, 90, 'D', {{3, 3}, {4, 2}, {10, 15}});
+    b.stats(2, 90, 'D', {{3, 1}, {10, 10}});
+    const StatReport r = compute('D', b);
+    const auto& p = r.players.at(0);
+    EXPECT_EQ(text(r, p, 2), "6");
+    EXPECT_EQ(text(r, p, 10), "2.5");
+    EXPECT_EQ(FormatPlayerLine(r, p, {2, 10}, kTable), " 90 " + fit("", 17) + "   6   2.5");
+}
+
+TEST(Statistics, SeveralTeamsCarryTheirShortNameAndShareTheTotals) {
+    SeasonBuilder hawks(1, "Riverside Hawks", "Hawks");
+    hawks.player(7, "Caleb").game(1).stats(1, 7, 'R', {{2, 3}, {3, 30}});
+    SeasonBuilder tigers(2, "Lakeview Tigers", "Tigers");
+    tigers.player(7, "Liam").game(1).game(2);
+    tigers.stats(1, 7, 'R', {{2, 2}, {3, 5}}).stats(2, 7, 'R', {{2, 5}, {3, 5}});
+    const StatReport r = ComputeStatistics('R', {hawks.season, tigers.season}, Selection{});
+    ASSERT_TRUE(r.multipleTeams);
+    ASSERT_EQ(r.players.size(), 2u);
+    EXPECT_EQ(FormatHeadingLine(r, {1, 3}, kTable), " No Name              Team        G  Yds");
+    EXPECT_EQ(FormatPlayerLine(r, r.players[1], {1, 3}, kTable),
+              "  7 Liam              Tigers      2   10");
+    EXPECT_EQ(FormatTotalsLine(r, {1, 2, 3, 12}, kTable),
+              "    Totals                        3  10   40  4.0");
+}
+
+TEST(Statistics, DamagedRecordsAreSkipped) {
+    SeasonBuilder b;
+    b.game(1);
+    b.stats(1, 0, 'P', {{2, 5}}).stats(1, 100, 'P', {{2, 5}}).stats(1, -3, 'P', {{2, 5}});
+    b.stats(1, 4, 'P', {{2, 5}});
+    b.season.stats.push_back(Bytes{1, 0, 4, 0, 'P', 'A'}); // cut short: reads as zeros
+    Bytes unknown = b.season.stats.back();
+    unknown[4] = 'Z';
+    b.season.stats.push_back(unknown);
+    b.season.stats.push_back(Bytes{});
+    b.list(1, 4, 'K', {{'F', 30, 0x7FFF}, {'\0', -32768, -1}});
+    const StatReport r = compute('P', b);
+    ASSERT_EQ(numbers(r), std::vector<int>{4});
+    EXPECT_EQ(r.players[0].games(), 1); // two records of one game count it once
+    EXPECT_EQ(text(r, r.players[0], 2), "5");
+    const StatReport k = compute('K', b);
+    EXPECT_EQ(text(k, k.players.at(0), 11), "1/1 100.0%");
+    EXPECT_TRUE(ComputeStatistics('X', {b.season}, Selection{}).empty());
+}
