@@ -1,10 +1,13 @@
 #include "ReportCommand.h"
 
+#include "GameLog.h"
+#include "GameScores.h"
 #include "ReportDocument.h"
 #include "ReportFormats.h"
 #include "ReportOutput.h"
 #include "Season.h"
 #include "Selection.h"
+#include "Standings.h"
 #include "Statistics.h"
 #include "TeamRecord.h"
 
@@ -55,6 +58,8 @@ struct Options {
     std::string format = "text";
     std::optional<std::string> output;
     bool append = false;
+    bool shortForm = false; // game scores: one summary line per game
+    bool byGame = false;    // a player's game log
     bool help = false;
 };
 
@@ -111,11 +116,16 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
         }
         if (arg == "--help" || arg == "-h") {
             o.help = true;
-        } else if (arg == "--special" || arg == "--asc" || arg == "--desc" || arg == "--append") {
+        } else if (arg == "--special" || arg == "--asc" || arg == "--desc" || arg == "--append" ||
+                   arg == "--short" || arg == "--by-game") {
             if (hasValue)
                 return usageError(arg + " takes no value");
             if (arg == "--special")
                 o.special = true;
+            else if (arg == "--short")
+                o.shortForm = true;
+            else if (arg == "--by-game")
+                o.byGame = true;
             else if (arg == "--append")
                 o.append = true;
             else if (o.direction && *o.direction != (arg == "--asc" ? 'A' : 'D'))
@@ -157,9 +167,11 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
     if (!category)
         return usageError("--category is required");
     const std::string letter = *category;
-    if (letter.size() != 1 || std::string("PCRDKTE").find(static_cast<char>(std::toupper(
-                                  static_cast<unsigned char>(letter[0])))) == std::string::npos)
-        return usageError("--category: \"" + letter + "\" is not one of P, C, R, D, K, T, E");
+    if (letter.size() != 1 ||
+        std::string("PCRDKTEGS")
+                .find(static_cast<char>(std::toupper(static_cast<unsigned char>(letter[0])))) ==
+            std::string::npos)
+        return usageError("--category: \"" + letter + "\" is not one of P, C, R, D, K, T, E, G, S");
     o.category = static_cast<char>(std::toupper(static_cast<unsigned char>(letter[0])));
 
     if (const auto* v = get("--from"))
@@ -184,13 +196,18 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
     if (const auto* v = get("--report"))
         o.reportName = *v;
 
-    const bool record = o.category == 'E';
+    // The team record, the game scores and the standings are no statistics reports: they have no
+    // columns, sort, saved formats or players.
+    const bool record = o.category == 'E' || o.category == 'G' || o.category == 'S';
+    const std::string recordName = o.category == 'E'   ? "the team record (E)"
+                                   : o.category == 'G' ? "the game scores (G)"
+                                                       : "the standings (S)";
     const int columnCount = record ? 0 : ColumnTable::columnCount(o.category);
     const std::string codeRange =
         "a column code 1 to " + digits(columnCount) + " of category " + std::string(1, o.category);
     if (const auto* v = get("--columns")) {
         if (record)
-            return usageError("--columns does not apply to the team record (E)");
+            return usageError("--columns does not apply to " + recordName);
         std::vector<int> codes;
         if (auto f = numberList("--columns", *v, 1, columnCount, codes, codeRange))
             return f;
@@ -200,7 +217,7 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
     }
     if (const auto* v = get("--sort")) {
         if (record)
-            return usageError("--sort does not apply to the team record (E)");
+            return usageError("--sort does not apply to " + recordName);
         int code = 0;
         if (auto f = numberIn("--sort", *v, 1, columnCount, code, codeRange))
             return f;
@@ -210,10 +227,10 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
         return usageError(std::string(o.direction    ? "--asc/--desc"
                                       : o.reportName ? "--report"
                                                      : "--player") +
-                          " does not apply to the team record (E)");
+                          " does not apply to " + recordName);
     if (const auto* v = get("--top")) {
         if (record)
-            return usageError("--top does not apply to the team record (E)");
+            return usageError("--top does not apply to " + recordName);
         if (auto f = numberIn("--top", *v, 1, kAllPlayers, o.top,
                               "a number of players 1 to 999 (Top Players Invalid)"))
             return f;
@@ -232,6 +249,14 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
             return usageError("--output needs a file name");
         o.output = *v;
     }
+    if (o.shortForm && o.category != 'G')
+        return usageError("--short applies only to the game scores (G)");
+    if (o.byGame && (record || !o.player))
+        return usageError(
+            "--by-game needs a statistics category (P, C, R, D, K or T) and --player");
+    if ((o.category == 'G' || o.byGame) && o.teams.size() > 1)
+        return usageError(std::string(o.byGame ? "--by-game" : "the game scores (G)") +
+                          " take one team");
     if (o.append && (!o.output || o.format != "text"))
         return usageError("--append applies only to text written to an --output file");
     return std::nullopt;
@@ -374,6 +399,23 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
     print.linesPerPage = o.linesPerPage;
     print.topPlayers = o.top;
 
+    if (o.category == 'G' || o.category == 'S') {
+        TableReport table;
+        if (o.category == 'G') {
+            heading.title = "Game Scores";
+            table = gameScoresReport(computeGameScores(teams.front(), selection, config),
+                                     !o.shortForm, heading);
+        } else {
+            heading.title = "Standings";
+            table = standingsReport(computeStandings(teams, selection), heading);
+        }
+        if (o.format == "csv")
+            return writeOutput(o, tableCsv(table), out);
+        if (o.format == "html")
+            return writeOutput(o, tableHtml(table), out);
+        return writeLines(o, tablePages(table, print), out);
+    }
+
     if (o.category == 'E') {
         const TeamRecordReport record = computeTeamRecord(teams, selection);
         if (!record.overflows.empty()) {
@@ -410,6 +452,29 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
     const char direction = o.direction.value_or(format.sortDirection);
 
     const ColumnTable table(config);
+    if (o.byGame) {
+        const TeamSeason& team = teams.front();
+        int number = selection.playerNumber;
+        for (int n = 1; number == 0 && n <= kMaxPlayers; ++n)
+            if (selection.countsPlayer(n, team.playerName(n)))
+                number = n;
+        if (number == 0 || team.players[static_cast<std::size_t>(number)].empty())
+            return usageError("--player: no player \"" + *o.player + "\" on the roster");
+        const GameLog log = computeGameLog(o.category, team, selection, number);
+        if (!log.overflows.empty()) {
+            for (const auto& note : log.overflows)
+                err << describeLine(note, o.category, table, teams) << '\n';
+            return Failure{"The game log has figures out of range; nothing was written"};
+        }
+        heading.title = std::string(reportTitle(o.category)) + " by Game - " + digits(number) +
+                        " " + trimRight(log.playerName);
+        const TableReport logReport = gameLogReport(log, document.columns, table, heading);
+        if (o.format == "csv")
+            return writeOutput(o, tableCsv(logReport), out);
+        if (o.format == "html")
+            return writeOutput(o, tableHtml(logReport), out);
+        return writeLines(o, tablePages(logReport, print), out);
+    }
     document.report = ComputeStatistics(o.category, teams, selection);
     if (!document.report.overflows.empty()) {
         for (const auto& note : document.report.overflows)
@@ -436,9 +501,12 @@ std::string reportCommandUsage() {
            "                       [--report NAME] [--columns 2,3,15] [--sort CODE]\n"
            "                       [--asc|--desc] [--top N] [--lines N]\n"
            "                       [--format text|csv|html] [--output FILE [--append]]\n"
+           "                       [--short] [--by-game]\n"
            "\n"
            "Categories: P passing, C receiving, R rushing, D defense, K kicking, T returns,\n"
-           "E the team record. --config names the folder of BXFB.INI (default: the folder of\n"
+           "E the team record, G the game scores (--short: one line a game), S the standings\n"
+           "of the teams given. --by-game with --player: that player's line game by game.\n"
+           "--config names the folder of BXFB.INI (default: the folder of\n"
            "this program); --data reads another data directory. Games 1 to 999 and all seven\n"
            "game types count unless --from, --to, --types or --special say otherwise.\n"
            "Exit status: 0 done, 1 unreadable data or figures out of range, 2 bad arguments.\n";

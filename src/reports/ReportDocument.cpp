@@ -1,5 +1,7 @@
 #include "ReportDocument.h"
 
+#include "TableReport.h"
+
 #include "storage/Bytes.h"
 #include "storage/Cp1252.h"
 
@@ -10,29 +12,6 @@ namespace {
 
 std::size_t shownPlayers(const StatReport& report, int topPlayers) {
     return std::min(report.players.size(), static_cast<std::size_t>(std::max(topPlayers, 0)));
-}
-
-// --- CSV
-// -------------------------------------------------------------------------------------------
-
-std::string csvField(const std::string& utf8) {
-    if (utf8.find_first_of(",\"\r\n") == std::string::npos)
-        return utf8;
-    std::string out = "\"";
-    for (char c : utf8) {
-        if (c == '"')
-            out += '"';
-        out += c;
-    }
-    return out + "\"";
-}
-
-// A row of Windows-1252 fields.
-std::string csvRow(const std::vector<std::string>& fields) {
-    std::string row;
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        row += (i ? "," : "") + csvField(cp1252ToUtf8(fields[i]));
-    return row + "\r\n";
 }
 
 std::vector<std::string> figureCells(const StatisticsDocument& d, const PlayerFigures& f) {
@@ -62,68 +41,6 @@ std::vector<std::string> headingCells(const StatisticsDocument& d, const ColumnT
         if (isReportColumn(d.report.category, code))
             cells.push_back(trim(columnHeading(d.report.category, code, table)));
     return cells;
-}
-
-// --- HTML
-// ------------------------------------------------------------------------------------------
-
-std::string escape(const std::string& cp1252) {
-    std::string out;
-    for (char c : cp1252ToUtf8(cp1252)) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        case '\'':
-            out += "&#39;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
-
-const char* const kStyle = "body{font-family:sans-serif;margin:2em;color:#111}"
-                           "h1{font-size:1.4em;margin-bottom:0.2em}"
-                           "p{margin:0.2em 0}"
-                           "table{border-collapse:collapse;margin-top:1em}"
-                           "th,td{border:1px solid #999;padding:2px 8px;text-align:right;"
-                           "white-space:pre}"
-                           "th{background:#e8e8e8}"
-                           ".text{text-align:left}"
-                           "tfoot td{font-weight:bold}";
-
-std::string pageStart(const ReportHeading& heading) {
-    std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
-    html += "<title>" + escape(heading.title) + " - " + escape(heading.team) + "</title>\n";
-    html += "<style>" + std::string(kStyle) + "</style>\n</head>\n<body>\n";
-    html += "<h1>" + escape(heading.title) + "</h1>\n";
-    html += "<p class=\"team\">" + escape(heading.team) + "</p>\n";
-    html += "<p class=\"selection\">" + escape(heading.selection) + "</p>\n";
-    return html;
-}
-
-const char* const kPageEnd = "</body>\n</html>\n";
-
-// A table row; the first `textCells` cells are text (left-aligned).
-std::string htmlRow(const std::vector<std::string>& cells, std::size_t textCells, bool header) {
-    const char* tag = header ? "th" : "td";
-    std::string row = "<tr>";
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        row += std::string("<") + tag + (i < textCells ? " class=\"text\"" : "") + ">" +
-               escape(cells[i]) + "</" + tag + ">";
-    }
-    return row + "</tr>\n";
 }
 
 } // namespace
@@ -200,12 +117,12 @@ std::string statisticsHtml(const StatisticsDocument& document, const ColumnTable
                            int topPlayers) {
     const std::size_t textCells = document.report.multipleTeams ? 3 : 2;
     const std::vector<std::string> headings = headingCells(document, table);
-    std::string html = pageStart(document.heading);
+    std::string html = htmlPageStart(document.heading);
     html += "<table>\n<thead>\n" + htmlRow(headings, textCells, true) + "</thead>\n<tbody>\n";
     if (document.report.empty()) {
         html += "<tr><td class=\"text\" colspan=\"" +
                 digits(static_cast<long long>(headings.size())) + "\">" +
-                escape(document.emptyText) + "</td></tr>\n";
+                htmlEscape(document.emptyText) + "</td></tr>\n";
     } else {
         const std::size_t shown = shownPlayers(document.report, topPlayers);
         for (std::size_t i = 0; i < shown; ++i)
@@ -215,13 +132,13 @@ std::string statisticsHtml(const StatisticsDocument& document, const ColumnTable
     html += "</tbody>\n<tfoot>\n" +
             htmlRow(playerCells(document, document.report.totals, true), textCells, false) +
             "</tfoot>\n</table>\n";
-    return html + kPageEnd;
+    return html + kHtmlPageEnd;
 }
 
 std::string teamRecordHtml(const TeamRecordReport& record, const ConfigRecord& config,
                            const ReportHeading& heading) {
     const bool ties = record.anyTies();
-    std::string html = pageStart(heading);
+    std::string html = htmlPageStart(heading);
     html +=
         "<table>\n<thead>\n" + htmlRow(teamRecordHeaders(ties), 1, true) + "</thead>\n<tbody>\n";
     std::string totals;
@@ -234,7 +151,7 @@ std::string teamRecordHtml(const TeamRecordReport& record, const ConfigRecord& c
                 digits(static_cast<long long>(teamRecordHeaders(ties).size())) +
                 "\">No Games</td></tr>\n";
     html += "</tbody>\n<tfoot>\n" + totals + "</tfoot>\n</table>\n";
-    return html + kPageEnd;
+    return html + kHtmlPageEnd;
 }
 
 } // namespace scorvane

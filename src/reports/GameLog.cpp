@@ -1,0 +1,102 @@
+#include "GameLog.h"
+
+#include "storage/Bytes.h"
+#include "storage/TextUtil.h"
+
+#include <map>
+
+namespace scorvane {
+namespace {
+
+// The player's line of a computed report, if he is listed.
+const PlayerFigures* lineOf(const StatReport& report, int playerNumber) {
+    for (const auto& p : report.players)
+        if (p.number == playerNumber)
+            return &p;
+    return nullptr;
+}
+
+} // namespace
+
+GameLog computeGameLog(char category, const TeamSeason& team, const Selection& selection,
+                       int playerNumber) {
+    GameLog log;
+    log.category = category;
+    log.playerNumber = playerNumber;
+    log.playerName = team.playerName(playerNumber);
+
+    Selection player = selection;
+    player.playerNumber = playerNumber;
+    player.playerName.clear();
+
+    // The player's records of the category, by game, in one pass over the statistics.
+    std::map<int, std::vector<Bytes>> byGame;
+    for (const Bytes& rec : team.stats) {
+        const StatHeader h = StatHeader::decode(rec);
+        if (h.isLive() && h.category == category && h.playerNumber == playerNumber)
+            byGame[h.gameNumber].push_back(rec);
+    }
+
+    TeamSeason one;
+    one.number = team.number;
+    one.name = team.name;
+    one.shortName = team.shortName;
+    one.players = team.players;
+    for (const GameRecord& g : team.games) {
+        const auto it = byGame.find(g.gameNumber);
+        if (it == byGame.end() || !selection.countsGame(g))
+            continue;
+        one.games = {g};
+        one.stats = it->second;
+        Selection game = player;
+        game.fromGame = game.toGame = g.gameNumber;
+        const StatReport report = ComputeStatistics(category, {one}, game);
+        log.overflows.insert(log.overflows.end(), report.overflows.begin(), report.overflows.end());
+        if (const PlayerFigures* line = lineOf(report, playerNumber))
+            log.games.push_back({g, *line});
+    }
+
+    const StatReport season = ComputeStatistics(category, {team}, player);
+    log.overflows.insert(log.overflows.end(), season.overflows.begin(), season.overflows.end());
+    if (const PlayerFigures* line = lineOf(season, playerNumber))
+        log.season = *line;
+    return log;
+}
+
+TableReport gameLogReport(const GameLog& log, const std::vector<int>& columns,
+                          const ColumnTable& table, const ReportHeading& heading) {
+    TableReport report;
+    report.heading = heading;
+    report.columns = {{"Date", 8, true}, {"Opponent", 25, true}};
+    std::vector<int> shown;
+    for (int code : columns) {
+        if (!isReportColumn(log.category, code))
+            continue;
+        const std::string head = columnHeading(log.category, code, table);
+        report.columns.push_back({trim(head), static_cast<int>(head.size())});
+        shown.push_back(code);
+    }
+    auto cells = [&](const PlayerFigures& f) {
+        std::vector<std::string> out;
+        for (int code : shown)
+            out.push_back(trim(figureText(log.category, code, f[code])));
+        return out;
+    };
+    for (const GameLogEntry& e : log.games) {
+        std::vector<std::string> row = {e.game.gameDate == "000000" ? std::string()
+                                                                    : ShortDate(e.game.gameDate),
+                                        trimRight(e.game.opponent)};
+        const std::vector<std::string> figures = cells(e.figures);
+        row.insert(row.end(), figures.begin(), figures.end());
+        report.rows.push_back(row);
+    }
+    if (!log.games.empty()) {
+        std::vector<std::string> season = {"Season", ""};
+        const std::vector<std::string> figures = cells(log.season);
+        season.insert(season.end(), figures.begin(), figures.end());
+        report.closing.push_back(season);
+    }
+    return report;
+}
+
+} // namespace scorvane
