@@ -28,6 +28,28 @@ struct TeamSlots {
     int team = 0;
     std::array<RecordFile, 4> files; // roster, games, statistics, player information
 };
+
+// Whole-file passes in terms of records: `Files` reads and replaces a file as raw records.
+template <class Files> class TypedPasses {
+public:
+    template <class R> [[nodiscard]] Status readAllAs(FileKind kind, std::vector<R>& out) {
+        std::vector<Bytes> raw;
+        Status s = static_cast<Files&>(*this).readAll(kind, raw);
+        out.clear();
+        out.reserve(raw.size());
+        for (const auto& b : raw)
+            out.push_back(R::decode(b));
+        return s;
+    }
+    template <class R>
+    [[nodiscard]] Status replaceAllWith(FileKind kind, const std::vector<R>& records) {
+        std::vector<Bytes> raw;
+        raw.reserve(records.size());
+        for (const auto& r : records)
+            raw.push_back(r.encode());
+        return static_cast<Files&>(*this).replaceAll(kind, raw);
+    }
+};
 } // namespace detail
 
 // The one way the program reaches its data files. This object stands for one data directory (and
@@ -41,7 +63,7 @@ struct TeamSlots {
 // change; a team's files stay open while a handle on the team exists. Handles on the same team
 // share their files, so one handle sees what another wrote. A handle must not outlive its
 // DataFiles.
-class DataFiles {
+class DataFiles : public detail::TypedPasses<DataFiles> {
 public:
     DataFiles(DataPaths paths, Prompter& prompter);
     ~DataFiles();
@@ -70,10 +92,6 @@ public:
     [[nodiscard]] Status readAll(FileKind kind, std::vector<Bytes>& records);
     [[nodiscard]] Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
 
-    template <class R> [[nodiscard]] Status readAllAs(FileKind kind, std::vector<R>& out);
-    template <class R>
-    [[nodiscard]] Status replaceAllWith(FileKind kind, const std::vector<R>& records);
-
     // Runs a file operation under the disk error handler.
     [[nodiscard]] Status guarded(const std::function<Status()>& op);
     // A journal left by a crash is completed before the first file of the directory is opened.
@@ -99,7 +117,7 @@ private:
 
 // The files of one team: roster, player information, games and player statistics. Record access
 // follows the files' numbering from 1; whole-file passes read or replace a file at once.
-class TeamFiles {
+class TeamFiles : public detail::TypedPasses<TeamFiles> {
 public:
     int number() const { return slots_->team; }
     DataFiles& directory() { return *dir_; }
@@ -125,9 +143,6 @@ public:
     // Whole-file passes: every record read at once, or the file replaced at once (crash-safe).
     [[nodiscard]] Status readAll(FileKind kind, std::vector<Bytes>& records);
     [[nodiscard]] Status replaceAll(FileKind kind, const std::vector<Bytes>& records);
-    template <class R> [[nodiscard]] Status readAllAs(FileKind kind, std::vector<R>& out);
-    template <class R>
-    [[nodiscard]] Status replaceAllWith(FileKind kind, const std::vector<R>& records);
 
     // Replaces several files of this team so that a crash at any moment leaves all of them as
     // before or all of them as after: each new file is written beside its old one, a journal
@@ -155,41 +170,5 @@ private:
     DataFiles* dir_;
     std::shared_ptr<detail::TeamSlots> slots_;
 };
-
-namespace detail {
-template <class R> std::vector<R> decodeAll(const std::vector<Bytes>& raw) {
-    std::vector<R> out;
-    out.reserve(raw.size());
-    for (const auto& b : raw)
-        out.push_back(R::decode(b));
-    return out;
-}
-template <class R> std::vector<Bytes> encodeAll(const std::vector<R>& records) {
-    std::vector<Bytes> raw;
-    raw.reserve(records.size());
-    for (const auto& r : records)
-        raw.push_back(r.encode());
-    return raw;
-}
-} // namespace detail
-
-template <class R> Status DataFiles::readAllAs(FileKind kind, std::vector<R>& out) {
-    std::vector<Bytes> raw;
-    Status s = readAll(kind, raw);
-    out = detail::decodeAll<R>(raw);
-    return s;
-}
-template <class R> Status DataFiles::replaceAllWith(FileKind kind, const std::vector<R>& records) {
-    return replaceAll(kind, detail::encodeAll(records));
-}
-template <class R> Status TeamFiles::readAllAs(FileKind kind, std::vector<R>& out) {
-    std::vector<Bytes> raw;
-    Status s = readAll(kind, raw);
-    out = detail::decodeAll<R>(raw);
-    return s;
-}
-template <class R> Status TeamFiles::replaceAllWith(FileKind kind, const std::vector<R>& records) {
-    return replaceAll(kind, detail::encodeAll(records));
-}
 
 } // namespace scorvane
