@@ -3,7 +3,10 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev clang-format
-          fonts-liberation xvfb xauth)
+          qt6-charts-dev libqt6opengl6-dev fonts-liberation xvfb xauth
+          # Hardening: clang with its sanitizer and libFuzzer runtimes, the Windows cross-compiler,
+          # GoogleTest's sources (built for Windows) and wine to run the Windows tests.
+          clang libclang-rt-14-dev mingw-w64 googletest wine wine64)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -5,7 +5,11 @@
 #include "games/ui/NameYourOwnDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
 #include "games/ui/RosterDialog.h"
+#include "reports/ui/ReportScreens.h"
+#include "reports/ui/TableReportDialog.h"
+#include "shell/ui/BackupDialog.h"
 #include "shell/ui/DataDirectoryDialog.h"
+#include "shell/ui/DeleteFilesDialog.h"
 #include "shell/ui/MainWindow.h"
 #include "shell/ui/TeamNameDialog.h"
 #include "shell/ui/TeamSelectPanel.h"
@@ -29,6 +33,19 @@ Application::Application(Session session, Prompter& prompter)
     window_->registerScreen(Screen::NameYourOwn, [this] { openNameYourOwn(); });
     window_->registerScreen(Screen::GameList, [this] { openGameList(); });
     window_->registerScreen(Screen::ChangePlayerNumber, [this] { openChangePlayerNumber(); });
+    window_->registerScreen(Screen::BackUpRestore, [this] { openBackUpRestore(); });
+    window_->registerScreen(Screen::DeleteFiles, [this] { openDeleteFiles(); });
+    reports_ = std::make_unique<ReportContext>(session_, files_, prompter_);
+    window_->registerScreen(Screen::StatisticsReport, [this] { openStatistics(); });
+    window_->registerScreen(Screen::TeamRecord, [this] { openTeamRecord(); });
+    window_->registerScreen(Screen::GameScores, [this] {
+        openGameScores(*reports_, teams_.currentTeam(), window_.get());
+        refreshTeams();
+    });
+    window_->registerScreen(Screen::Standings, [this] {
+        openStandings(*reports_, teams_.markedTeams(), window_.get());
+        refreshTeams();
+    });
 
     // A folder without a team list is not read (reading would leave an empty list behind); the
     // user chooses a data directory first.
@@ -66,6 +83,7 @@ void Application::openRoster() {
     const int team = teams_.currentTeam();
     RosterDialog dialog(files_.team(team), roster_, prompter_, fromFileText(teams_.teamName(team)),
                         window_.get());
+    setRosterPrint(dialog, team);
     dialog.exec();
     refreshTeams();
 }
@@ -94,6 +112,7 @@ bool Application::openPlayerScreen(int team, int game, QWidget* parent) {
     // The roster opens over the player screen; the player screen fills its table again after.
     auto openRoster = [this, team, teamName, &screen] {
         RosterDialog roster(files_.team(team), roster_, prompter_, teamName, screen);
+        setRosterPrint(roster, team);
         roster.exec();
     };
     PlayerScreenDialog dialog(files_.team(team), game, session_.columns, prompter_, teamName,
@@ -111,6 +130,47 @@ void Application::openChangePlayerNumber() {
     PlayerNumberDialog dialog(files, roster_, prompter_, fromFileText(teams_.teamName(team)),
                               window_.get());
     dialog.exec();
+    refreshTeams();
+}
+
+void Application::openStatistics() {
+    openStatisticsReport(*reports_, window_->shellState().reportLetter, teams_.markedTeams(),
+                         teams_.currentTeam(), window_.get());
+    refreshTeams();
+}
+
+void Application::openTeamRecord() {
+    scorvane::openTeamRecord(*reports_, teams_.currentTeam(), window_.get());
+    refreshTeams();
+}
+
+void Application::setRosterPrint(RosterDialog& dialog, int team) {
+    dialog.setPrint([this, team](const RosterEditor& editor, QWidget* parent) {
+        printRoster(
+            *reports_, teams_.teamName(team), roster_,
+            [&editor](int number, ContactField field) { return editor.contact(number, field); },
+            parent);
+    });
+}
+
+void Application::openBackUpRestore() {
+    const char mode = window_->shellState().backupMode;
+    if (!hasDataDirectory()) {
+        prompter_.ask({"Choose a data directory first, with File, Data Directory.",
+                       mode == 'N' ? "Restore Files" : "Back Up Files", Buttons::Ok, Icon::Warning,
+                       Answer::Ok});
+        return;
+    }
+    BackupDialog dialog(mode, files_, prompter_, teams_, window_.get());
+    if (dialog.exec() == QDialog::Accepted && dialog.restoring())
+        gameTeam_ = 0; // another season's games: the game list starts over on its last game
+    refreshTeams();
+}
+
+void Application::openDeleteFiles() {
+    DeleteFilesDialog dialog(teams_, files_, prompter_, window_.get());
+    if (dialog.exec() == QDialog::Accepted && dialog.chosenTeam() == gameTeam_)
+        gameTeam_ = 0;
     refreshTeams();
 }
 

@@ -13,6 +13,8 @@ namespace scorvane {
 
 class MainWindow;
 class Prompter;
+class RosterDialog;
+struct ReportContext;
 class TeamSelectPanel;
 
 // What the running program shares: the session from start-up, the data files, the marked teams,
@@ -39,12 +41,18 @@ public:
     void openNameYourOwn();
     void openGameList();
     void openChangePlayerNumber();
+    void openBackUpRestore();
+    void openDeleteFiles();
+    void openStatistics();
+    void openTeamRecord();
 
 private:
     bool hasDataDirectory() const;
     // The player screen of a game; true when the user left it for the game screen.
     bool openPlayerScreen(int team, int game, QWidget* parent);
     void refreshTeams();
+    // Print on the roster screen goes through the report output.
+    void setRosterPrint(RosterDialog& dialog, int team);
 
     Session session_;
     Prompter& prompter_;
@@ -53,6 +61,8 @@ private:
     Roster roster_;
     std::unique_ptr<MainWindow> window_;
     TeamSelectPanel* panel_ = nullptr;
+    // The report screens' selection, print options and printer, kept while the program runs.
+    std::unique_ptr<ReportContext> reports_;
     // The game worked on last on the game list, and whose it is: the list opens on its line.
     int gameTeam_ = 0;
     int currentGame_ = 0;

@@ -90,6 +90,12 @@ const CategoryResults& GameResults::at(int player, int category) const {
 }
 
 std::vector<Bytes> GameResults::applyTo(std::vector<Bytes> records, const GameRecord& game) const {
+    bool changed = false;
+    return applyTo(std::move(records), game, changed);
+}
+
+std::vector<Bytes> GameResults::applyTo(std::vector<Bytes> records, const GameRecord& game,
+                                        bool& changed) const {
     std::vector<StatHeader> headers;
     headers.reserve(records.size());
     for (const auto& b : records)
@@ -99,16 +105,21 @@ std::vector<Bytes> GameResults::applyTo(std::vector<Bytes> records, const GameRe
     // Copies of the game's type and mark that went stale are brought up to date on the way.
     for (int n : corrected)
         headers[idx(n - 1)].encodeInto(records[idx(n - 1)]);
+    changed = !corrected.empty();
 
     std::vector<Bytes> inserted;
     for (int p = 1; p <= kMaxPlayers; ++p)
         for (int c = 0; c < kCategoryCount; ++c) {
             const CategoryResults& r = players_[idx(p)][idx(c)];
-            if (const int n = index.recordOf[idx(c)][idx(p)]; n != 0)
-                records[idx(n - 1)] = writeResults(records[idx(n - 1)], c, r);
-            else if (r.played)
+            if (const int n = index.recordOf[idx(c)][idx(p)]; n != 0) {
+                Bytes rewritten = writeResults(records[idx(n - 1)], c, r);
+                changed = changed || rewritten != records[idx(n - 1)];
+                records[idx(n - 1)] = std::move(rewritten);
+            } else if (r.played) {
                 inserted.push_back(writeResults(freshRecord(game, p, c), c, r));
+            }
         }
+    changed = changed || !inserted.empty();
     records.insert(records.begin() + (index.insertionPoint - 1), inserted.begin(), inserted.end());
     return records;
 }
@@ -117,8 +128,10 @@ Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResul
     std::vector<Bytes> records;
     if (Status s = files.readAll(FileKind::Stats, records); !s)
         return s;
-    const std::vector<Bytes> updated = results.applyTo(records, game);
-    if (updated == records)
+    // The file is large and read whole: it is changed in place in memory, not copied.
+    bool changed = false;
+    const std::vector<Bytes> updated = results.applyTo(std::move(records), game, changed);
+    if (!changed)
         return Status::ok();
     return files.replaceAll(FileKind::Stats, updated);
 }

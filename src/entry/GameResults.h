@@ -45,6 +45,9 @@ public:
     // defense, kicking, returns) go in one block at the game's insertion point, so the file stays
     // in game order. Every other record is kept byte for byte.
     std::vector<Bytes> applyTo(std::vector<Bytes> records, const GameRecord& game) const;
+    // The same, telling whether the file comes out different from `records`.
+    std::vector<Bytes> applyTo(std::vector<Bytes> records, const GameRecord& game,
+                               bool& changed) const;
 
 private:
     std::array<std::array<CategoryResults, kCategoryCount>, kMaxPlayers + 1> players_{};

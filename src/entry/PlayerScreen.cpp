@@ -52,11 +52,10 @@ Status PlayerScreen::open(TeamFiles& files, int gameNumber, const ColumnTable& c
     const GameRecord* game = games.game(gameNumber);
     if (!game)
         return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
+    // One pass over the statistics file finds the game's records and reads them.
     GameStatsIndex index;
-    if (Status s = files.indexGameStats(*game, index); !s)
-        return s;
     std::vector<Bytes> records;
-    if (Status s = files.readAll(FileKind::Stats, records); !s)
+    if (Status s = files.indexGameStats(*game, index, &records); !s)
         return s;
 
     files_ = &files;

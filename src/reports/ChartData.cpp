@@ -36,9 +36,8 @@ std::vector<double> columnByGame(const GameLog& log, int code, std::vector<std::
     labels.clear();
     for (const GameLogEntry& e : log.games) {
         values.push_back(figureNumber(log.category, code, e.figures[code]));
-        const std::string when = e.game.gameDate == "000000" ? "Game " + digits(e.game.gameNumber)
-                                                             : ShortDate(e.game.gameDate);
-        labels.push_back(when + " " + trimRight(e.game.opponent));
+        labels.push_back(e.game.gameDate == "000000" ? "Game " + digits(e.game.gameNumber)
+                                                     : ShortDate(e.game.gameDate));
     }
     return values;
 }

@@ -18,8 +18,8 @@ QuarterPoints quarterPoints(const std::vector<GameScore>& games);
 
 // One column of a player's game log as numbers, game by game: counts and yards as they are,
 // sacks in whole sacks (2.5), ratios and averages as computed, made/attempted columns as the
-// number made. Figures that overflowed read as 0. `labels` gets each game's date (or its number
-// when it has none) and opponent.
+// number made. Figures that overflowed read as 0. `labels` gets each game's date, or "Game n" for a
+// game without one.
 std::vector<double> columnByGame(const GameLog& log, int code, std::vector<std::string>& labels);
 double figureNumber(char category, int code, const Figure& figure);
 

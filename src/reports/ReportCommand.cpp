@@ -311,7 +311,12 @@ bool insideFolder(const std::string& file, const std::string& folder) {
     fs::path parent = fs::absolute(fs::path(file), ec).parent_path();
     if (ec)
         return false;
-    return fs::equivalent(parent, fs::path(folder), ec) && !ec;
+    // The folder itself, not its trailing separator: on Windows "D:\season\" and "D:\season"
+    // would not be found to be the same folder.
+    fs::path dir(folder);
+    if (!dir.has_filename())
+        dir = dir.parent_path();
+    return fs::equivalent(parent, dir, ec) && !ec;
 }
 
 std::optional<Failure> writeOutput(const Options& o, const std::string& text, std::ostream& out) {

@@ -65,6 +65,11 @@ std::vector<int> formatColumns(const ReportFormatRecord& format) {
     return codes;
 }
 
+std::vector<int> shownColumns(const ReportFormatRecord& format) {
+    std::vector<int> codes = formatColumns(format);
+    return codes.empty() ? defaultCodes(format.category) : codes;
+}
+
 void applyDefaultColumns(ReportFormatRecord& format) {
     setColumns(format, defaultCodes(format.category));
     format.sortDirection = 'D';

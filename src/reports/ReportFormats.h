@@ -17,6 +17,10 @@ namespace scorvane {
 // empty entries and codes its category does not have.
 std::vector<int> formatColumns(const ReportFormatRecord& format);
 
+// The column codes a report shows: the format's columns, or the category's default ones when the
+// format has none that its category knows (a new report not yet confirmed, a damaged record).
+std::vector<int> shownColumns(const ReportFormatRecord& format);
+
 // A category's default format: its default columns, sorted descending on its default column, and
 // named after the report ("Passing Statistics").
 ReportFormatRecord defaultFormat(char category);

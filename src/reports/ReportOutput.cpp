@@ -60,7 +60,9 @@ Status TextFileOutput::open() {
     file_.close();
     file_.clear();
     errno = 0;
-    file_.open(path_, std::ios::out | (append_ ? std::ios::app : std::ios::trunc));
+    // Binary: the same bytes on every system (no line feed turned into CR LF on Windows).
+    file_.open(path_,
+               std::ios::out | std::ios::binary | (append_ ? std::ios::app : std::ios::trunc));
     if (!file_.is_open())
         return fileError("Cannot open " + path_);
     return Status::ok();
@@ -133,6 +135,36 @@ Status printLines(LineOutput& output, const std::vector<std::string>& lines, Pro
     return step('C', {});
 }
 
+std::vector<std::string> repeatCopies(const std::vector<std::string>& lines, int copies) {
+    std::vector<std::string> out;
+    for (int copy = 0; copy < copies; ++copy) {
+        if (copy > 0 && !lines.empty())
+            out.push_back(kNewPageLine);
+        out.insert(out.end(), lines.begin(), lines.end());
+    }
+    return out;
+}
+
+Status saveReportFile(const std::string& path, std::string_view contents, Prompter* prompter) {
+    for (;;) {
+        errno = 0;
+        std::ofstream file(path, std::ios::out | std::ios::binary | std::ios::trunc);
+        Status s = Status::ok();
+        if (!file.is_open()) {
+            s = fileError("Cannot open " + path);
+        } else {
+            file.write(contents.data(), static_cast<std::streamsize>(contents.size()));
+            file.close();
+            if (file.fail())
+                s = fileError("Cannot write " + path);
+        }
+        if (s || !prompter)
+            return s;
+        if (prompter->ask(printErrorMessage(false, s.message())) != Answer::Retry)
+            return s;
+    }
+}
+
 std::string underline(std::string_view heading) {
     return std::string(trimRight(heading).size(), '-');
 }
@@ -165,10 +197,24 @@ std::vector<std::string> layOutPages(const PageParts& parts, int linesPerPage) {
     const int header = used;
     // A page holds at least one body line, however short the pages are.
     const int limit = std::max(linesPerPage, header + 1);
-    for (const auto& line : parts.body) {
+    std::size_t next = 0;
+    for (std::size_t group : parts.groups) {
+        group = std::min(group, parts.body.size() - next);
+        const int size = static_cast<int>(group);
+        // A run that fits on a fresh page does not start at the foot of this one.
+        if (used > header && used + size > limit && header + size <= limit)
+            startPage();
+        for (std::size_t i = 0; i < group; ++i, ++next) {
+            if (used + 1 > limit)
+                startPage();
+            out.push_back(parts.body[next]);
+            ++used;
+        }
+    }
+    for (; next < parts.body.size(); ++next) {
         if (used + 1 > limit)
             startPage();
-        out.push_back(line);
+        out.push_back(parts.body[next]);
         ++used;
     }
     const int closing = static_cast<int>(parts.closing.size());

@@ -112,6 +112,12 @@ private:
 [[nodiscard]] Status printLines(LineOutput& output, const std::vector<std::string>& lines,
                                 Prompter* prompter);
 
+// Writes a whole report file (CSV, HTML) at once, replacing any file of that name. A failure is
+// shown as printErrorMessage for a file: Retry tries again, Cancel gives up (its status is
+// returned). Without a prompter the first failure ends it.
+[[nodiscard]] Status saveReportFile(const std::string& path, std::string_view contents,
+                                    Prompter* prompter);
+
 // --- the printed page
 // -------------------------------------------------------------------------------
 
@@ -119,15 +125,23 @@ private:
 // "Page n" on the right), the subtitle lines, a blank line and the column headings; the body lines
 // follow; the closing lines come after the last body line, kept together on one page. A page
 // holds at most `linesPerPage` lines; each page after the first starts with the form-feed line.
+//
+// `groups`, when given, cuts the body into runs of lines (their sizes, in order) that are kept on
+// one page: a run that does not fit on the rest of a page starts the next one, unless it is longer
+// than a whole page. Lines past the given runs stand alone.
 struct PageParts {
     std::string title;
     std::vector<std::string> subtitles;
     std::vector<std::string> headings;
     std::vector<std::string> body;
     std::vector<std::string> closing;
+    std::vector<std::size_t> groups;
 };
 
 std::vector<std::string> layOutPages(const PageParts& parts, int linesPerPage);
+
+// The lines of `copies` copies of a laid-out report, each copy starting on a new page.
+std::vector<std::string> repeatCopies(const std::vector<std::string>& lines, int copies);
 
 // A line of dashes as long as a heading line, to underline it.
 std::string underline(std::string_view heading);

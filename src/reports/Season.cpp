@@ -38,25 +38,27 @@ Status loadTeamSeason(DataFiles& data, int team, TeamSeason& season) {
         return s;
     season.name = trimRight(names.teamName);
     season.shortName = trimRight(names.shortName);
+    // A file the team does not have yet reads as empty and is not created: looking at a report
+    // writes nothing.
     TeamFiles files = data.team(team);
+    const auto there = [&](FileKind kind) { return fileExists(files.fileName(kind)); };
     std::vector<RosterRecord> roster;
-    if (Status s = files.readAllAs(FileKind::Roster, roster); !s)
-        return s;
+    if (there(FileKind::Roster))
+        if (Status s = files.readAllAs(FileKind::Roster, roster); !s)
+            return s;
     fillRoster(season, roster);
-    if (Status s = files.readAllAs(FileKind::Games, season.games); !s)
-        return s;
+    if (there(FileKind::Games))
+        if (Status s = files.readAllAs(FileKind::Games, season.games); !s)
+            return s;
+    if (!there(FileKind::Stats))
+        return Status::ok();
     return files.readAll(FileKind::Stats, season.stats);
 }
 
 Status readRecordsReadOnly(const std::string& path, std::size_t recordLength,
                            std::vector<Bytes>& records, bool& exists) {
-    records.clear();
-    Bytes contents;
-    if (Status s = readWholeFile(path, contents, exists); !s)
+    if (Status s = readRecords(path, recordLength, records, exists); !s)
         return Status::error(s.kind(), "Cannot read " + path + ": " + s.message(), s.code());
-    for (std::size_t at = 0; at + recordLength <= contents.size(); at += recordLength)
-        records.emplace_back(contents.begin() + static_cast<std::ptrdiff_t>(at),
-                             contents.begin() + static_cast<std::ptrdiff_t>(at + recordLength));
     return Status::ok();
 }
 
@@ -112,6 +114,12 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
     season.games = decodeRecords<GameRecord>(raw);
     return readRecordsReadOnly(fileName(FileKind::Stats, paths, team), StatRecord::Length,
                                season.stats, exists);
+}
+
+Status viewTeamSeason(DataFiles& data, int team, TeamSeason& season) {
+    if (readTeamSeason(data.paths(), team, season))
+        return Status::ok();
+    return loadTeamSeason(data, team, season);
 }
 
 } // namespace scorvane

@@ -27,8 +27,14 @@ struct TeamSeason {
 };
 
 // Reads a team through the program's data files (the team list record, roster, games and
-// statistics). Files the team does not have yet are created empty, as everywhere in the program.
+// statistics). Files the team does not have yet read as empty and are not created.
 [[nodiscard]] Status loadTeamSeason(DataFiles& data, int team, TeamSeason& season);
+
+// Reads a team for a report screen: without creating or changing anything when the files allow it
+// (readTeamSeason), otherwise through the program's data files (loadTeamSeason), which finish an
+// interrupted change, convert a roster of an older layout and report disk errors as the program
+// always does.
+[[nodiscard]] Status viewTeamSeason(DataFiles& data, int team, TeamSeason& season);
 
 // Reads a team without creating or changing anything: missing files read as empty. Fails when the
 // data directory holds no team list, the team is not named in it, the roster is not in the

@@ -1,6 +1,7 @@
 #include "Selection.h"
 
 #include "storage/Bytes.h"
+#include "storage/TextUtil.h"
 
 #include <algorithm>
 #include <utility>
@@ -92,6 +93,14 @@ std::string Selection::describe(const ConfigRecord& config) const {
 
 std::string selectionPlayerName(const std::string& typed) {
     return fit(lower(trimLeft(typed)), 17);
+}
+
+std::string specialSelectLine(const GameRecord& game) {
+    const std::optional<PointSums> points = game.pointSums();
+    const std::string us = points ? digits(points->team) : "";
+    const std::string them = points ? digits(points->opponent) : "";
+    return ShortDate(game.gameDate) + "  " + AlignText(us, 3, 'L') + " - " +
+           AlignText(them, 3, 'L') + "  " + fit(game.opponent, width::opponent);
 }
 
 std::optional<SelectionError> storeSelection(const SelectionEntry& entry, Selection& selection) {

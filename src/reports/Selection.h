@@ -45,6 +45,11 @@ struct Selection {
 // (Windows-1252 letters too), cut or padded to 17 characters.
 std::string selectionPlayerName(const std::string& typed);
 
+// A line of the Special Select list: the date as MM/DD/YY, the team's and the opponent's points
+// right-justified in 3 and joined by " - ", and the opponent's name in 25 characters. Points whose
+// sum leaves the 16-bit range show as blanks. Windows-1252, like the stored name.
+std::string specialSelectLine(const GameRecord& game);
+
 // What the selection dialog holds when Compute is pressed: the texts as typed and the boxes.
 struct SelectionEntry {
     std::string fromGame = "1";

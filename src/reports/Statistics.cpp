@@ -301,8 +301,14 @@ void noteOverflows(char category, const PlayerFigures& f, std::vector<OverflowNo
 
 } // namespace
 
+bool PlayerFilter::lists(int teamNumber, int playerNumber, long long games) const {
+    if (games < minimumGames)
+        return false;
+    return players.empty() || players.count({teamNumber, playerNumber}) != 0;
+}
+
 StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams,
-                             const Selection& selection) {
+                             const Selection& selection, const PlayerFilter& filter) {
     StatReport report;
     report.category = category;
     report.multipleTeams = teams.size() > 1;
@@ -338,7 +344,8 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
         for (int number = 1; number <= kMaxPlayers; ++number) {
             const Sums& s = sums[static_cast<std::size_t>(number)];
             const std::string name = team.playerName(number);
-            if (s.games.empty() || !selection.countsPlayer(number, name))
+            if (s.games.empty() || !selection.countsPlayer(number, name) ||
+                !filter.lists(team.number, number, static_cast<long long>(s.games.size())))
                 continue;
             PlayerFigures f;
             f.teamNumber = team.number;

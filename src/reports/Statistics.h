@@ -8,8 +8,10 @@
 
 #include <array>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace scorvane {
@@ -64,11 +66,23 @@ struct StatReport {
     bool empty() const { return players.empty(); }
 };
 
+// Which of the players with selected games a report lists, on top of the selection's one player:
+// the players with at least `minimumGames` selected games ("Less than" N " Games" leaves out the
+// others) and, when `players` names any, only those (team number, player number) pairs. The totals
+// then cover the listed players only.
+struct PlayerFilter {
+    int minimumGames = 0;
+    std::set<std::pair<int, int>> players;
+
+    bool lists(int teamNumber, int playerNumber, long long games) const;
+    bool narrows() const { return minimumGames > 1 || !players.empty(); }
+};
+
 // Accumulates and derives the figures of `category` over the selected games of every team.
 // Records that are deleted, of another category, of a game not selected or of a player number
 // outside 1..99 are skipped.
 StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams,
-                             const Selection& selection);
+                             const Selection& selection, const PlayerFilter& filter = {});
 
 // Orders the player lines by a column, "D" descending and anything else ascending. Players with
 // equal figures keep their order (roster order). A code the category lacks leaves the order as

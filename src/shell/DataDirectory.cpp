@@ -1,5 +1,6 @@
 #include "DataDirectory.h"
 
+#include "shell/Backup.h"
 #include "shell/TeamSelection.h"
 #include "storage/ConfigFile.h"
 #include "storage/DiskError.h"
@@ -34,6 +35,13 @@ Status useDataDirectory(Session& session, DataFiles& files, Prompter& prompter,
         return Status::error(ErrorKind::BadLength, refusal.text);
     }
     if (Status s = withDiskErrors(prompter, [&] { return createDirectories(dir); }); !s)
+        return s;
+    // A restore or deletion a crash interrupted there is finished before the folder is read.
+    if (Status s = withDiskErrors(prompter,
+                                  [&] {
+                                      return finishInterruptedChanges(DataPaths{"", dir, dir});
+                                  });
+        !s)
         return s;
 
     DataPaths paths = session.paths;

@@ -1,12 +1,13 @@
 #include "Help.h"
 
+#include "shell/Installation.h"
 #include "storage/Bytes.h"
 #include "storage/RecordFile.h"
 
 namespace scorvane {
 
 std::string helpDirectory(const std::string& installDirectory) {
-    return installDirectory + "help/";
+    return findHelpDirectory(installDirectory);
 }
 
 std::string helpPagePath(const std::string& installDirectory, int topic) {

@@ -1,7 +1,9 @@
 #include "Startup.h"
 
+#include "shell/Backup.h"
 #include "storage/ConfigFile.h"
 #include "storage/Cp1252.h"
+#include "storage/DiskError.h"
 #include "storage/RecordFile.h"
 
 namespace scorvane {
@@ -38,10 +40,17 @@ std::string mainCaption(const std::string& dataDirectory) {
 
 StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
                           Session& session) {
+    return runStartup(prompter, installDirectory, systemEnvironment(), session);
+}
+
+StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
+                          const Environment& env, Session& session) {
     session.installDirectory = normalizeDirectory(installDirectory);
-    session.configPath = fileName(FileKind::Config, DataPaths{session.installDirectory, "", ""}, 0);
-    const Status s =
-        loadConfiguration(prompter, session.configPath, session.config, session.configUpgraded);
+    const ConfigLocation location = locateConfiguration(session.installDirectory, env);
+    session.configPath = fileName(FileKind::Config, DataPaths{location.directory, "", ""}, 0);
+    Status s = seedConfiguration(prompter, location);
+    if (s)
+        s = loadConfiguration(prompter, session.configPath, session.config, session.configUpgraded);
     if (s.kind() == ErrorKind::ProgramEnded)
         return StartupOutcome::Ended;
     if (!s) {
@@ -50,10 +59,18 @@ StartupOutcome runStartup(Prompter& prompter, const std::string& installDirector
         return StartupOutcome::Ended;
     }
     session.columns.build(session.config);
-    session.paths = pathsFromConfig(session.config, session.installDirectory);
+    session.paths = pathsFromConfig(session.config, location.directory);
     session.options.optionWords = session.config.optionWords;
     session.options.optionWord636 = session.config.optionWord636;
     session.options.sort = session.config.sort;
+    // What a crash interrupted is finished before any file of the directory is read. A journal that
+    // cannot be read is reported and left for the user to look at.
+    const Status settled =
+        withDiskErrors(prompter, [&] { return finishInterruptedChanges(session.paths); });
+    if (settled.kind() == ErrorKind::ProgramEnded)
+        return StartupOutcome::Ended;
+    if (!settled)
+        prompter.ask({settled.message(), "Data Directory", Buttons::Ok, Icon::Warning, Answer::Ok});
     session.startupMark = isUsableDataDirectory(session.paths.dataDirectory)
                               ? StartupMark::Ready
                               : StartupMark::NoDataDirectory;

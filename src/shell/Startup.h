@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/Installation.h"
 #include "storage/ColumnTable.h"
 #include "storage/ConfigRecord.h"
 #include "storage/FileNames.h"
@@ -21,8 +22,15 @@ enum class StartupOutcome {
 // configuration, build the column table, set the data and report directories and decide whether
 // the data directory is usable. An unusable configuration shows "BXFB.INI File Corrupt or Not
 // Found" and ends the program without writing anything.
+//
+// BXFB.INI is looked for where locateConfiguration says (the program's folder, or for an installed
+// program the user's configuration folder, made from the installed default on the first start).
+// A restore or a deletion of files that a crash interrupted is finished before anything else reads
+// the data directory.
 StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
                           Session& session);
+StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,
+                          const Environment& env, Session& session);
 
 // The run-time directories from the texts stored in the configuration. The stored texts are
 // Windows-1252; the run-time paths are the system's own (UTF-8). An empty report directory

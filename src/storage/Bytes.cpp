@@ -11,6 +11,9 @@ void putText(Bytes& rec, std::size_t offset, std::size_t width, std::string_view
 }
 
 std::string getText(const Bytes& rec, std::size_t offset, std::size_t width) {
+    if (offset <= rec.size() && width <= rec.size() - offset)
+        return std::string(rec.begin() + static_cast<std::ptrdiff_t>(offset),
+                           rec.begin() + static_cast<std::ptrdiff_t>(offset + width));
     std::string out(width, ' ');
     for (std::size_t i = 0; i < width; ++i)
         out[i] = static_cast<char>(rec.at(offset + i));

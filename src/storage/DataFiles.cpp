@@ -197,6 +197,13 @@ Status DataFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
 }
 
 Status DataFiles::replaceTogether(const std::vector<std::pair<std::string, Bytes>>& files) {
+    std::vector<std::pair<std::string, FileContents>> contents;
+    for (const auto& [path, bytes] : files)
+        contents.emplace_back(path, bytes);
+    return replaceTogether(contents);
+}
+
+Status DataFiles::replaceTogether(const std::vector<std::pair<std::string, FileContents>>& files) {
     if (Status s = finishInterruptedReplacement(); !s)
         return s;
     for (const auto& entry : files)
@@ -335,31 +342,67 @@ Status TeamFiles::replaceAll(FileKind kind, const std::vector<Bytes>& records) {
 
 Status
 TeamFiles::replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files) {
-    std::vector<std::pair<std::string, Bytes>> contents;
+    std::vector<std::pair<std::string, FileContents>> contents;
     for (const auto& [kind, records] : files) {
         if (Status s = ensureOpen(kind); !s) // also finishes an earlier interrupted change
             return s;
-        contents.emplace_back(fileName(kind), RecordFile::joinRecords(records, recordLength(kind)));
+        contents.emplace_back(fileName(kind), FileContents(records, recordLength(kind)));
     }
     return dir_->replaceTogether(contents);
 }
 
-Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index) {
+Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
+                                 std::vector<Bytes>* records) {
+    if (Status s = ensureOpen(FileKind::Stats); !s)
+        return s;
+    // The headers are read a piece at a time up to the first record of a later game; only the
+    // game's own records are kept whole.
+    RecordFile& file = slot(FileKind::Stats);
+    const int count = file.count();
+    std::vector<StatHeader> headers;
+    std::vector<std::pair<int, Bytes>> kept;
+    constexpr int kPerPiece = 32768;
+    Bytes piece;
+    for (int first = 1; first <= count;) {
+        const int n = std::min(kPerPiece, count - first + 1);
+        if (Status s = dir_->guarded([&] { return file.readRun(first, n, piece); }); !s)
+            return s;
+        const int got = static_cast<int>(piece.size() / StatRecord::Length);
+        bool later = false;
+        for (int i = 0; i < got && !later; ++i) {
+            const auto at = static_cast<std::size_t>(i) * StatRecord::Length;
+            headers.push_back(StatHeader::decodeAt(piece, at));
+            later = headers.back().gameNumber > game.gameNumber;
+            if (headers.back().gameNumber == game.gameNumber)
+                kept.emplace_back(first + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
+                                                   piece.begin() + static_cast<std::ptrdiff_t>(
+                                                                       at + StatRecord::Length)));
+        }
+        if (later || got < n)
+            break;
+        first += n;
+    }
+    std::vector<int> changed;
+    index = scorvane::indexGameStats(headers, game, changed);
+    index.recordCount = count;
+    if (index.insertionPoint > count)
+        index.insertionPoint = count + 1;
+    for (auto& [n, rec] : kept)
+        headers[static_cast<std::size_t>(n - 1)].encodeInto(rec);
+    if (records) {
+        records->assign(static_cast<std::size_t>(count), Bytes{});
+        for (auto& [n, rec] : kept)
+            (*records)[static_cast<std::size_t>(n - 1)] = rec;
+    }
+    if (changed.empty())
+        return Status::ok();
+
+    // Corrections are written back with the whole file replaced, as every change of many records.
     std::vector<Bytes> raw;
     if (Status s = readAll(FileKind::Stats, raw); !s)
         return s;
-    std::vector<StatHeader> headers;
-    headers.reserve(raw.size());
-    for (const auto& b : raw)
-        headers.push_back(StatHeader::decode(b));
-    std::vector<int> changed;
-    index = scorvane::indexGameStats(headers, game, changed);
-    if (changed.empty())
-        return Status::ok();
-    for (int n : changed) {
-        Bytes& rec = raw[static_cast<std::size_t>(n - 1)];
-        headers[static_cast<std::size_t>(n - 1)].encodeInto(rec);
-    }
+    for (int n : changed)
+        headers[static_cast<std::size_t>(n - 1)].encodeInto(raw[static_cast<std::size_t>(n - 1)]);
     return replaceAll(FileKind::Stats, raw);
 }
 

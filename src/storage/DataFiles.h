@@ -100,6 +100,8 @@ public:
     // moment leaves all of them as before or all of them as after. The files' slots are closed
     // first and opened again, on the new contents, when next used.
     [[nodiscard]] Status replaceTogether(const std::vector<std::pair<std::string, Bytes>>& files);
+    [[nodiscard]] Status
+    replaceTogether(const std::vector<std::pair<std::string, FileContents>>& files);
 
 private:
     friend class TeamFiles;
@@ -153,8 +155,11 @@ public:
     replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files);
 
     // Indexes the statistics of a game (see StatIndex.h) and writes back the records whose copied
-    // game type or Special Select mark it corrected, in one pass over the file.
-    [[nodiscard]] Status indexGameStats(const GameRecord& game, GameStatsIndex& index);
+    // game type or Special Select mark it corrected, in one pass over the file that ends at the
+    // first record of a later game. `records`, when given, gets an entry for every record of the
+    // file: the game's records hold their bytes (as corrected), the others are left empty.
+    [[nodiscard]] Status indexGameStats(const GameRecord& game, GameStatsIndex& index,
+                                        std::vector<Bytes>* records = nullptr);
 
 private:
     friend class DataFiles;

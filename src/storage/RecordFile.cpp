@@ -2,101 +2,87 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace scorvane {
 
 Status diskErrorFromErrno(int err) {
-    int code = diskerr::Other;
-    switch (err) {
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        code = diskerr::PermissionDenied;
-        break;
-    case ETIMEDOUT:
-        code = diskerr::DeviceTimeout;
-        break;
-    case ENOMEDIUM:
-    case ENXIO:
-    case ENODEV:
-    case EHOSTDOWN:
-    case ESTALE:
-        code = diskerr::DiskNotReady;
-        break;
-    default:
-        break;
-    }
-    return Status::error(ErrorKind::Disk, std::strerror(err), code);
+    return platform::errorFromErrno(err);
 }
 
 namespace {
 
-Status fromErrno() {
-    return diskErrorFromErrno(errno);
+Status writeAndFlush(const std::string& path, const FileContents& contents) {
+    platform::File file;
+    if (Status s = platform::openFile(path, platform::OpenMode::Replace, file); !s)
+        return s;
+    if (Status s = contents.writeTo(file); !s)
+        return s;
+    return platform::flush(file);
 }
 
-Status writeAll(int fd, const std::uint8_t* data, std::size_t size, off_t offset) {
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t n = ::pwrite(fd, data + done, size - done, offset + static_cast<off_t>(done));
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return fromErrno();
-        }
-        done += static_cast<std::size_t>(n);
+long long offsetOf(int recordNumber, std::size_t recordLength) {
+    return static_cast<long long>(recordNumber - 1) * static_cast<long long>(recordLength);
+}
+
+// Every whole record of an open file, read a piece at a time so that a large file is never held
+// twice; a trailing piece of a record is left out.
+Status readRecordsFrom(const platform::File& file, std::size_t recordLength,
+                       std::vector<Bytes>& records) {
+    long long bytes = 0;
+    if (Status s = platform::fileSize(file, bytes); !s)
+        return s;
+    const auto n = static_cast<std::size_t>(bytes / static_cast<long long>(recordLength));
+    records.reserve(records.size() + n);
+    const std::size_t perPiece = std::max<std::size_t>(1, (4u << 20) / recordLength);
+    Bytes piece(std::min(perPiece, n) * recordLength);
+    long long offset = 0;
+    for (std::size_t done = 0; done < n;) {
+        const std::size_t wanted = std::min(perPiece, n - done) * recordLength;
+        std::size_t got = 0;
+        if (Status s = platform::readAt(file, offset, piece.data(), wanted, got); !s)
+            return s;
+        const std::size_t whole = got / recordLength;
+        for (std::size_t i = 0; i < whole; ++i)
+            records.emplace_back(piece.begin() + static_cast<std::ptrdiff_t>(i * recordLength),
+                                 piece.begin() +
+                                     static_cast<std::ptrdiff_t>((i + 1) * recordLength));
+        if (got < wanted)
+            break; // the file was cut short meanwhile
+        done += whole;
+        offset += static_cast<long long>(got);
     }
     return Status::ok();
-}
-
-Status readAt(int fd, std::uint8_t* data, std::size_t size, off_t offset, std::size_t& got) {
-    got = 0;
-    while (got < size) {
-        const ssize_t n = ::pread(fd, data + got, size - got, offset + static_cast<off_t>(got));
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return fromErrno();
-        }
-        if (n == 0)
-            break;
-        got += static_cast<std::size_t>(n);
-    }
-    return Status::ok();
-}
-
-std::string folderOf(const std::string& path) {
-    const auto slash = path.find_last_of('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-Status writeAndFlush(const std::string& path, const Bytes& contents) {
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0)
-        return fromErrno();
-    Status s = writeAll(fd, contents.data(), contents.size(), 0);
-    if (s && ::fsync(fd) != 0)
-        s = fromErrno();
-    if (::close(fd) != 0 && s)
-        s = fromErrno();
-    return s;
-}
-
-void syncFolder(const std::string& path) {
-    const int dir = ::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
-    }
 }
 
 } // namespace
+
+std::size_t FileContents::size() const {
+    return bytes_ ? bytes_->size() : records_->size() * recordLength_;
+}
+
+Status FileContents::writeTo(platform::File& file) const {
+    if (bytes_)
+        return platform::writeAt(file, 0, bytes_->data(), bytes_->size());
+    // Records are gathered into pieces of about 4 MiB, each written with one call.
+    const std::size_t perPiece = std::max<std::size_t>(1, (4u << 20) / recordLength_);
+    Bytes piece;
+    piece.reserve(std::min(perPiece, records_->size()) * recordLength_);
+    long long offset = 0;
+    for (std::size_t first = 0; first < records_->size(); first += perPiece) {
+        piece.clear();
+        const std::size_t last = std::min(records_->size(), first + perPiece);
+        for (std::size_t i = first; i < last; ++i) {
+            const Bytes& r = (*records_)[i];
+            const std::size_t n = std::min(r.size(), recordLength_);
+            piece.insert(piece.end(), r.begin(), r.begin() + static_cast<std::ptrdiff_t>(n));
+            piece.insert(piece.end(), recordLength_ - n, ' ');
+        }
+        if (Status s = platform::writeAt(file, offset, piece.data(), piece.size()); !s)
+            return s;
+        offset += static_cast<long long>(piece.size());
+    }
+    return Status::ok();
+}
 
 RecordFile::~RecordFile() {
     close();
@@ -111,10 +97,9 @@ RecordFile& RecordFile::operator=(RecordFile&& other) noexcept {
         close();
         path_ = std::move(other.path_);
         recordLength_ = other.recordLength_;
-        fd_ = other.fd_;
+        file_ = std::move(other.file_);
         open_ = other.open_;
         readOnly_ = other.readOnly_;
-        other.fd_ = -1;
         other.open_ = false;
     }
     return *this;
@@ -127,44 +112,35 @@ Status RecordFile::open(const std::string& path, std::size_t recordLength) {
     recordLength_ = recordLength == 0 ? 1 : recordLength;
     // In a folder we may not write, a file whose own permissions allow writing is still only
     // read: the folder decides, as a write-protected disk would.
-    int fd = -1;
-    if (::faccessat(AT_FDCWD, folderOf(path).c_str(), W_OK, AT_EACCESS) != 0 &&
-        (errno == EACCES || errno == EROFS || errno == EPERM))
-        errno = EACCES;
-    else
-        fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd < 0 && (errno == EACCES || errno == EROFS || errno == EPERM)) {
-        // A folder we may not write: read what is there, and report the refusal on writing.
-        fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    Status s = platform::folderMayBeWritten(platform::folderOf(path))
+                   ? platform::openFile(path, platform::OpenMode::ReadWrite, file_)
+                   : diskErrorFromErrno(EACCES);
+    if (!s && s.code() == diskerr::PermissionDenied) {
+        // Read what is there, and report the refusal on writing.
+        bool missing = false;
+        s = platform::openFile(path, platform::OpenMode::ReadOnly, file_, &missing);
         readOnly_ = true;
-        if (fd < 0 && errno == ENOENT) {
+        if (!s && missing) {
             open_ = true; // a missing file in a read-only folder reads as empty
             return Status::ok();
         }
     }
-    if (fd < 0)
-        return fromErrno();
-    fd_ = fd;
+    if (!s)
+        return s;
     open_ = true;
     return Status::ok();
 }
 
 void RecordFile::close() {
-    if (fd_ >= 0)
-        ::close(fd_);
-    fd_ = -1;
+    file_.close();
     open_ = false;
 }
 
 Status RecordFile::length(long long& bytes) const {
     bytes = 0;
-    if (fd_ < 0)
+    if (!file_.isOpen())
         return Status::ok();
-    struct stat st {};
-    if (::fstat(fd_, &st) != 0)
-        return fromErrno();
-    bytes = static_cast<long long>(st.st_size);
-    return Status::ok();
+    return platform::fileSize(file_, bytes);
 }
 
 int RecordFile::count() const {
@@ -181,41 +157,46 @@ Status RecordFile::read(int recordNumber, Bytes& out) const {
                              "Record " + digits(recordNumber) + " is not in " + path_);
     out.assign(recordLength_, 0);
     std::size_t got = 0;
-    const auto offset = static_cast<off_t>(recordNumber - 1) * static_cast<off_t>(recordLength_);
-    return readAt(fd_, out.data(), recordLength_, offset, got);
+    return platform::readAt(file_, offsetOf(recordNumber, recordLength_), out.data(), recordLength_,
+                            got);
 }
 
 Status RecordFile::write(int recordNumber, const Bytes& record) {
     if (recordNumber < 1 || recordNumber > count() + 1)
         return Status::error(ErrorKind::RecordRange,
                              "Record " + digits(recordNumber) + " is not in " + path_);
-    if (fd_ < 0 || readOnly_)
+    if (!file_.isOpen() || readOnly_)
         return diskErrorFromErrno(EACCES);
     Bytes rec = record;
     rec.resize(recordLength_, ' ');
-    const auto offset = static_cast<off_t>(recordNumber - 1) * static_cast<off_t>(recordLength_);
-    if (Status s = writeAll(fd_, rec.data(), rec.size(), offset); !s)
+    if (Status s =
+            platform::writeAt(file_, offsetOf(recordNumber, recordLength_), rec.data(), rec.size());
+        !s)
         return s;
-    if (::fdatasync(fd_) != 0)
-        return fromErrno();
+    if (Status s = platform::flush(file_); !s)
+        return s;
+    // A file removed while it was open takes the record with it: say so rather than lose it.
+    if (!platform::stillNamed(file_))
+        return diskErrorFromErrno(ENOENT);
     return Status::ok();
 }
 
 Status RecordFile::readAll(std::vector<Bytes>& records) const {
     records.clear();
-    if (fd_ < 0)
+    if (!file_.isOpen())
         return Status::ok();
-    const int n = count();
-    Bytes all(static_cast<std::size_t>(n) * recordLength_);
+    return readRecordsFrom(file_, recordLength_, records);
+}
+
+Status RecordFile::readRun(int first, int count, Bytes& out) const {
+    out.clear();
+    if (!file_.isOpen() || first < 1 || count < 1)
+        return Status::ok();
+    out.resize(static_cast<std::size_t>(count) * recordLength_);
     std::size_t got = 0;
-    if (Status s = readAt(fd_, all.data(), all.size(), 0, got); !s)
-        return s;
-    const std::size_t whole = got / recordLength_;
-    records.reserve(whole);
-    for (std::size_t i = 0; i < whole; ++i)
-        records.emplace_back(all.begin() + static_cast<std::ptrdiff_t>(i * recordLength_),
-                             all.begin() + static_cast<std::ptrdiff_t>((i + 1) * recordLength_));
-    return Status::ok();
+    Status s = platform::readAt(file_, offsetOf(first, recordLength_), out.data(), out.size(), got);
+    out.resize(got / recordLength_ * recordLength_);
+    return s;
 }
 
 Bytes RecordFile::joinRecords(const std::vector<Bytes>& records, std::size_t recordLength) {
@@ -230,63 +211,83 @@ Bytes RecordFile::joinRecords(const std::vector<Bytes>& records, std::size_t rec
 }
 
 Status RecordFile::replaceAll(const std::vector<Bytes>& records) {
-    if (Status s = writeFileAtomically(path_, joinRecords(records, recordLength_)); !s)
-        return s;
-    // The old handle still points at the replaced file; open the new one.
-    return open(path_, recordLength_);
+    // The old file is closed before the new one is renamed over it (Windows refuses to replace a
+    // file that is open) and opened again afterwards, on whichever of the two is there.
+    close();
+    Status s = writeFileAtomically(path_, FileContents(records, recordLength_));
+    Status reopened = open(path_, recordLength_);
+    return s ? reopened : s;
 }
 
 Status readWholeFile(const std::string& path, Bytes& contents, bool& exists) {
     contents.clear();
     exists = false;
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        if (errno == ENOENT || errno == ENOTDIR)
-            return Status::ok();
-        return fromErrno();
-    }
+    platform::File file;
+    bool missing = false;
+    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
+        return missing ? Status::ok() : s;
     exists = true;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0) {
-        Status s = fromErrno();
-        ::close(fd);
+    long long size = 0;
+    if (Status s = platform::fileSize(file, size); !s)
         return s;
-    }
-    contents.resize(static_cast<std::size_t>(st.st_size));
+    contents.resize(static_cast<std::size_t>(size));
     std::size_t got = 0;
-    Status s = readAt(fd, contents.data(), contents.size(), 0, got);
+    Status s = platform::readAt(file, 0, contents.data(), contents.size(), got);
     contents.resize(got);
-    ::close(fd);
     return s;
 }
 
-Status writeFileAtomically(const std::string& path, const Bytes& contents) {
+Status readRecords(const std::string& path, std::size_t recordLength, std::vector<Bytes>& records,
+                   bool& exists) {
+    records.clear();
+    exists = false;
+    platform::File file;
+    bool missing = false;
+    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
+        return missing ? Status::ok() : s;
+    exists = true;
+    return readRecordsFrom(file, recordLength == 0 ? 1 : recordLength, records);
+}
+
+Status writeFileAtomically(const std::string& path, const FileContents& contents) {
     const std::string temp = path + ".tmp";
     Status s = writeAndFlush(temp, contents);
-    if (s && ::rename(temp.c_str(), path.c_str()) != 0)
-        s = fromErrno();
+    if (s)
+        s = platform::replaceFile(temp, path);
     if (!s) {
-        ::unlink(temp.c_str());
+        (void)platform::removeFile(temp);
         return s;
     }
-    syncFolder(path); // makes the rename itself durable
+    platform::syncFolder(platform::folderOf(path)); // makes the rename itself durable
     return Status::ok();
 }
 
-Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
+Status replaceFilesTogether(const std::vector<std::pair<std::string, FileContents>>& files,
                             const std::string& journalPath) {
     std::string journal;
     for (const auto& [path, contents] : files) {
         if (Status s = writeAndFlush(path + ".tmp", contents); !s) {
             for (const auto& written : files)
-                ::unlink((written.first + ".tmp").c_str());
+                (void)platform::removeFile(written.first + ".tmp");
             return s;
         }
         journal += path + "\n";
     }
-    if (Status s = writeFileAtomically(journalPath, Bytes(journal.begin(), journal.end())); !s)
+    const Bytes journalBytes(journal.begin(), journal.end());
+    if (Status s = writeFileAtomically(journalPath, journalBytes); !s) {
+        for (const auto& written : files)
+            (void)platform::removeFile(written.first + ".tmp");
         return s;
+    }
     return completePendingReplacement(journalPath);
+}
+
+Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
+                            const std::string& journalPath) {
+    std::vector<std::pair<std::string, FileContents>> contents;
+    for (const auto& [path, bytes] : files)
+        contents.emplace_back(path, bytes);
+    return replaceFilesTogether(contents, journalPath);
 }
 
 Status completePendingReplacement(const std::string& journalPath) {
@@ -294,52 +295,57 @@ Status completePendingReplacement(const std::string& journalPath) {
     bool exists = false;
     if (Status s = readWholeFile(journalPath, journal, exists); !s || !exists)
         return s;
+    // The journal names files of its own folder only; any other line is no part of a change this
+    // program made (a damaged journal) and is left alone.
+    const std::string folder = platform::folderOf(journalPath);
     std::string path;
     for (std::uint8_t c : journal) {
         if (c != '\n') {
             path += static_cast<char>(c);
             continue;
         }
-        const std::string temp = path + ".tmp";
-        if (::rename(temp.c_str(), path.c_str()) != 0 && errno != ENOENT)
-            return fromErrno();
+        bool missing = false; // renamed already, before a crash
+        const std::string name = path.substr(std::min(path.size(), folder.size() + 1));
+        if (platform::folderOf(path) == folder && !name.empty() && name != "." && name != ".." &&
+            path.find('\0') == std::string::npos)
+            if (Status s = platform::replaceFile(path + ".tmp", path, &missing); !s && !missing)
+                return s;
         path.clear();
     }
-    syncFolder(journalPath);
-    if (::unlink(journalPath.c_str()) != 0 && errno != ENOENT)
-        return fromErrno();
-    syncFolder(journalPath);
+    platform::syncFolder(folder);
+    bool missing = false;
+    if (Status s = platform::removeFile(journalPath, &missing); !s && !missing)
+        return s;
+    platform::syncFolder(folder);
     return Status::ok();
 }
 
 Status removeFile(const std::string& path) {
-    if (::unlink(path.c_str()) != 0 && errno != ENOENT)
-        return fromErrno();
+    bool missing = false;
+    if (Status s = platform::removeFile(path, &missing); !s && !missing)
+        return s;
     return Status::ok();
 }
 
 bool fileExists(const std::string& path) {
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
-}
-
-Status createDirectories(const std::string& path) {
-    std::string partial;
-    std::size_t pos = 0;
-    while (pos != std::string::npos) {
-        pos = path.find('/', pos + 1);
-        partial = path.substr(0, pos);
-        if (partial.empty() || directoryExists(partial))
-            continue;
-        if (::mkdir(partial.c_str(), 0777) != 0 && errno != EEXIST)
-            return fromErrno();
-    }
-    return Status::ok();
+    return platform::isFile(path);
 }
 
 bool directoryExists(const std::string& path) {
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+    return platform::isFolder(path);
+}
+
+Status createDirectories(const std::string& path) {
+    for (std::size_t end = 1; end <= path.size(); ++end) {
+        if (end < path.size() && !platform::isSeparator(path[end]))
+            continue;
+        const std::string partial = path.substr(0, end);
+        if (platform::isSeparator(partial.back()) || directoryExists(partial))
+            continue;
+        if (Status s = platform::makeFolder(partial); !s)
+            return s;
+    }
+    return Status::ok();
 }
 
 } // namespace scorvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Bytes.h"
+#include "Platform.h"
 #include "Status.h"
 
 #include <string>
@@ -15,7 +16,8 @@ namespace scorvane {
 // a crash at any moment leaves either the old file or the new one.
 //
 // Failures come back as Status values of kind Disk, carrying the error number the disk error
-// handler knows (70 permission, 71/25 not ready, 57 anything else) and the system's text.
+// handler knows (70 permission, 71/25 not ready, 57 anything else) and the system's text. The
+// calls to the system go through Platform.h.
 class RecordFile {
 public:
     RecordFile() = default;
@@ -31,6 +33,7 @@ public:
     Status open(const std::string& path, std::size_t recordLength);
     void close();
     bool isOpen() const { return open_; }
+    bool isReadOnly() const { return readOnly_; }
     const std::string& path() const { return path_; }
     std::size_t recordLength() const { return recordLength_; }
 
@@ -42,6 +45,9 @@ public:
     // Writes one record in place; recordNumber may be count() + 1 to append.
     Status write(int recordNumber, const Bytes& record);
     Status readAll(std::vector<Bytes>& records) const;
+    // Reads `count` records from `first` on into one buffer, record after record (fewer when the
+    // file ends sooner).
+    Status readRun(int first, int count, Bytes& out) const;
     Status replaceAll(const std::vector<Bytes>& records);
     // The contents of a file holding these records, each cut or space-padded to the length.
     static Bytes joinRecords(const std::vector<Bytes>& records, std::size_t recordLength);
@@ -49,16 +55,39 @@ public:
 private:
     std::string path_;
     std::size_t recordLength_ = 1;
-    int fd_ = -1;
+    platform::File file_;
     bool open_ = false;
     bool readOnly_ = false; // opened for reading only: the folder may not be written
+};
+
+// What a file replaced whole is to hold: bytes, or records each cut or space-padded to a record
+// length. Records are written a piece at a time, never joined in memory first. It refers to the
+// caller's data, which must outlive it.
+class FileContents {
+public:
+    FileContents(const Bytes& bytes) : bytes_(&bytes) {} // NOLINT: bytes convert implicitly
+    FileContents(const std::vector<Bytes>& records, std::size_t recordLength)
+        : records_(&records), recordLength_(recordLength == 0 ? 1 : recordLength) {}
+
+    std::size_t size() const;
+    // Writes everything from the start of the file.
+    Status writeTo(platform::File& file) const;
+
+private:
+    const Bytes* bytes_ = nullptr;
+    const std::vector<Bytes>* records_ = nullptr;
+    std::size_t recordLength_ = 1;
 };
 
 // Whole-file operations used where a file is read or written in one pass.
 // readWholeFile reports a missing file through `exists` and an empty buffer, not as an error.
 Status readWholeFile(const std::string& path, Bytes& contents, bool& exists);
+// Every whole record of a file, read without creating or changing it; a missing file gives no
+// records and `exists` false. A trailing piece of a record is left out.
+Status readRecords(const std::string& path, std::size_t recordLength, std::vector<Bytes>& records,
+                   bool& exists);
 // Replaces the file through a temporary file in the same folder and a rename.
-Status writeFileAtomically(const std::string& path, const Bytes& contents);
+Status writeFileAtomically(const std::string& path, const FileContents& contents);
 Status removeFile(const std::string& path);
 
 // Replaces several files so that a crash at any moment leaves all of them as before or all as
@@ -66,6 +95,8 @@ Status removeFile(const std::string& path);
 // journal, naming the files, is written atomically; then the new files are renamed over the old
 // ones and the journal is removed. Once the journal exists the change is decided:
 // completePendingReplacement finishes whatever renames a crash interrupted.
+Status replaceFilesTogether(const std::vector<std::pair<std::string, FileContents>>& files,
+                            const std::string& journalPath);
 Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
                             const std::string& journalPath);
 // Finishes a replacement a crash interrupted, if the journal says there is one.
@@ -75,7 +106,7 @@ bool directoryExists(const std::string& path);
 // Creates a folder and any missing folders above it; an existing folder is fine.
 Status createDirectories(const std::string& path);
 
-// A Disk status for the current errno.
+// A Disk status for an error number of the C library (errno).
 Status diskErrorFromErrno(int err);
 
 } // namespace scorvane

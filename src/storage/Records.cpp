@@ -1,5 +1,7 @@
 #include "Records.h"
 
+#include <algorithm>
+
 namespace scorvane {
 
 using field::getInt16;
@@ -9,6 +11,16 @@ using field::putText;
 using field::sized;
 
 namespace {
+
+// The record at its full length: the bytes themselves when they are long enough, otherwise a
+// zero-filled copy in `spare`. Records are decoded by the million, so the usual case copies
+// nothing.
+const Bytes& atLeast(const Bytes& bytes, std::size_t n, Bytes& spare) {
+    if (bytes.size() >= n)
+        return bytes;
+    spare = sized(bytes, n);
+    return spare;
+}
 
 Bytes blank(std::size_t n) {
     return Bytes(n, ' ');
@@ -42,7 +54,8 @@ Bytes TeamRecord::encode() const {
 }
 
 TeamRecord TeamRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     return {getText(rec, 0, width::teamName), getText(rec, 25, width::shortName),
             getText(rec, 35, width::teamTag)};
 }
@@ -56,7 +69,8 @@ Bytes RosterRecord::encode() const {
 }
 
 RosterRecord RosterRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     return {getInt16(rec, 0), getText(rec, 2, width::playerName),
             getText(rec, 19, width::rosterExtra)};
 }
@@ -75,7 +89,8 @@ Bytes PlayerInfoRecord::encode() const {
 }
 
 PlayerInfoRecord PlayerInfoRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     PlayerInfoRecord r;
     r.playerNumber = getInt16(rec, 0);
     r.phone = getText(rec, 2, width::phone);
@@ -121,7 +136,8 @@ Bytes GameRecord::encode() const {
 }
 
 GameRecord GameRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     GameRecord g;
     g.gameNumber = getInt16(rec, 0);
     g.gameStatus = getFlag(rec, 2);
@@ -151,9 +167,23 @@ void StatHeader::encodeInto(Bytes& rec) const {
 }
 
 StatHeader StatHeader::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, 8);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, 8, spare);
     return {getInt16(rec, 0), getInt16(rec, 2), getFlag(rec, 4),
             getFlag(rec, 5),  getFlag(rec, 6),  getFlag(rec, 7)};
+}
+
+StatHeader StatHeader::decodeAt(const Bytes& buffer, std::size_t offset) {
+    if (offset > buffer.size() || buffer.size() - offset < 8)
+        return decode(
+            Bytes(buffer.begin() + static_cast<std::ptrdiff_t>(std::min(offset, buffer.size())),
+                  buffer.end()));
+    const auto int16At = [&](std::size_t at) {
+        return static_cast<std::int16_t>(
+            static_cast<std::uint16_t>(buffer[offset + at] | (buffer[offset + at + 1] << 8)));
+    };
+    const auto flagAt = [&](std::size_t at) { return static_cast<char>(buffer[offset + at]); };
+    return {int16At(0), int16At(2), flagAt(4), flagAt(5), flagAt(6), flagAt(7)};
 }
 
 Bytes StatRecord::encode() const {
@@ -166,7 +196,8 @@ Bytes StatRecord::encode() const {
 }
 
 StatRecord StatRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     StatRecord r;
     r.header = StatHeader::decode(rec);
     for (std::size_t i = 0; i < ValueCount; ++i)
@@ -190,7 +221,8 @@ Bytes StatListRecord::encode() const {
 }
 
 StatListRecord StatListRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     StatListRecord r;
     r.header = StatHeader::decode(rec);
     for (std::size_t i = 0; i < 5; ++i)
@@ -217,7 +249,8 @@ Bytes ReportFormatRecord::encode() const {
 }
 
 ReportFormatRecord ReportFormatRecord::decode(const Bytes& bytes) {
-    const Bytes rec = sized(bytes, Length);
+    Bytes spare;
+    const Bytes& rec = atLeast(bytes, Length, spare);
     ReportFormatRecord r;
     r.category = getFlag(rec, 0);
     r.deletionMark = getFlag(rec, 1);

@@ -127,6 +127,8 @@ struct StatHeader {
     bool isLive() const { return statStatus == 'A'; }
     void encodeInto(Bytes& rec) const;
     static StatHeader decode(const Bytes& bytes);
+    // The header of the record that starts at `offset` of a buffer of many records.
+    static StatHeader decodeAt(const Bytes& buffer, std::size_t offset);
 };
 
 // Player statistics "FBPS<team>.DAT", category layout (passing, receiving, rushing, defense).

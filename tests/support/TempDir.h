@@ -32,8 +32,8 @@ public:
     TempDir& operator=(const TempDir&) = delete;
 
     const std::filesystem::path& path() const { return path_; }
-    // The folder as the program keeps directories: with a trailing separator.
-    std::string dir() const { return path_.string() + "/"; }
+    // The folder as the program keeps directories: with the system's separator at the end.
+    std::string dir() const { return (path_ / "").string(); }
     std::string file(const std::string& name) const { return (path_ / name).string(); }
 
     Bytes read(const std::string& name) const {

@@ -119,7 +119,9 @@ TEST(InstallDefaults, WritesConfigurationAndSampleButNeverOverwrites) {
     install(true, true);
     const Bytes ini = dir.read("BXFB.INI");
     ASSERT_EQ(ini.size(), 1018u);
-    EXPECT_EQ(field::getText(ini, 329, 145), fit(sample + "/", 145));
+    // Kept with the system's separator at its end.
+    EXPECT_EQ(field::getText(ini, 329, 145),
+              fit((std::filesystem::path(sample) / "").string(), 145));
     // Either usable length of BXFB.INI stays as it is, any other is replaced; the team list stays.
     dir.write("season/FBTEAMS.DAT", Bytes(40, 'T'));
     for (std::size_t length : {1018u, 669u, 1000u}) {

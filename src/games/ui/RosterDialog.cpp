@@ -1,10 +1,14 @@
 #include "RosterDialog.h"
 
+#include "RosterImportDialog.h"
+#include "games/RosterImport.h"
 #include "storage/DataFiles.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
 
+#include <QDir>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -26,7 +30,7 @@ ContactField contactOf(int box) {
 RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
                            const QString& teamName, QWidget* parent)
     : QDialog(parent), files_(std::move(files)), roster_(roster), prompter_(prompter),
-      editor_(roster) {
+      editor_(roster), teamName_(teamName) {
     setObjectName(QStringLiteral("frmRoster"));
     setWindowTitle(QStringLiteral("Roster - ") + teamName);
     setModal(true);
@@ -48,13 +52,17 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     boxes_[State]->setMaximumWidth(charWidth * 9);
     boxes_[Zip]->setMaximumWidth(charWidth * 14);
 
+    auto* import = new QPushButton(QStringLiteral("&Import..."), this);
+    import->setObjectName(QStringLiteral("cmdImport"));
+    connect(import, &QPushButton::clicked, this, &RosterDialog::chooseImportFile);
     auto* remove = new QPushButton(QStringLiteral("Delete"), this);
     remove->setObjectName(QStringLiteral("cmdDelete"));
     auto* print = new QPushButton(QStringLiteral("Print"), this);
     print->setObjectName(QStringLiteral("cmdPrint"));
-    // Printing the roster goes through the report output, which is not built yet; until it is
-    // the button stays disabled rather than pretend to print.
+    // Printing goes through the report output, which the application hands in (setPrint).
     print->setEnabled(false);
+    print_ = print;
+    connect(print, &QPushButton::clicked, this, &RosterDialog::printRoster);
     close_ = new QPushButton(QStringLiteral("Close"), this);
     close_->setObjectName(QStringLiteral("cmdClose"));
     // Enter in a box moves to the next box; on a focused button it presses that button.
@@ -95,6 +103,7 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     details->addWidget(boxes_[Other]);
     details->addStretch(1);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(import);
     buttons->addStretch(1);
     buttons->addWidget(remove);
     buttons->addWidget(print);
@@ -109,7 +118,8 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     setTabOrder(list_, boxes_[Name]);
     for (int b = Name; b < Other; ++b)
         setTabOrder(boxes_[b], boxes_[b + 1]);
-    setTabOrder(boxes_[Other], remove);
+    setTabOrder(boxes_[Other], import);
+    setTabOrder(import, remove);
     setTabOrder(remove, close_);
     resize(760, 460);
 
@@ -219,6 +229,45 @@ void RosterDialog::deletePlayer() {
     for (QLineEdit* box : boxes_)
         box->clear();
     rewriteLine(editor_.selected());
+}
+
+void RosterDialog::setPrint(PrintRoster print) {
+    printRoster_ = std::move(print);
+    print_->setEnabled(static_cast<bool>(printRoster_));
+}
+
+void RosterDialog::printRoster() {
+    // What is typed in the focused box is printed too.
+    commitFocused();
+    if (printRoster_)
+        printRoster_(editor_, this);
+}
+
+void RosterDialog::chooseImportFile() {
+    commitFocused();
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Import Roster"), QDir::homePath(),
+                                     QStringLiteral("CSV files (*.csv *.txt);;All files (*)"));
+    if (!path.isEmpty())
+        importFrom(path);
+}
+
+void RosterDialog::importFrom(const QString& path) {
+    commitFocused();
+    RosterImportFile file;
+    if (Status s = readRosterCsv(toUtf8(path), file); !s) {
+        prompter_.ask({"The file could not be read: " + s.message(), "Import Roster", Buttons::Ok,
+                       Icon::Warning, Answer::Ok});
+        return;
+    }
+    const ImportPlan plan = planRosterImport(file, roster_, editor_);
+    RosterImportDialog preview(QDir::toNativeSeparators(path), file, plan, teamName_, this);
+    if (preview.exec() != QDialog::Accepted || !file.ok())
+        return;
+    applyRosterImport(file, editor_);
+    for (int n = 1; n <= kMaxPlayers; ++n)
+        rewriteLine(n);
+    showSelected();
 }
 
 void RosterDialog::finish() {

@@ -7,6 +7,7 @@
 #include <QDialog>
 
 #include <array>
+#include <functional>
 
 class QLineEdit;
 class QListWidget;
@@ -35,6 +36,15 @@ public:
     // Every way of leaving the screen (Close, the close box, Escape) ends here and saves.
     void reject() override;
 
+    // Import: reads a CSV file of players, shows the preview and, on Import, takes the players
+    // over into the list and the boxes (saved with everything else when the screen closes).
+    void importFrom(const QString& path);
+
+    // Prints the roster as the screen holds it (names and contact details typed so far). Print
+    // stays disabled until one is given.
+    using PrintRoster = std::function<void(const RosterEditor& editor, QWidget* parent)>;
+    void setPrint(PrintRoster print);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -50,6 +60,8 @@ private:
     void selectRow(int row);
     void moveFocusFrom(int box);
     void deletePlayer();
+    void printRoster();
+    void chooseImportFile();
     void finish();
 
     TeamFiles files_;
@@ -59,7 +71,10 @@ private:
     QListWidget* list_ = nullptr;
     std::array<QLineEdit*, BoxCount> boxes_{};
     QPushButton* close_ = nullptr;
+    QPushButton* print_ = nullptr;
+    PrintRoster printRoster_;
     bool finished_ = false;
+    QString teamName_;
 };
 
 } // namespace scorvane

@@ -17,9 +17,9 @@
 namespace scorvane {
 
 DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Prompter& prompter,
-                                         TeamSelection& teams, MainWindow& window)
+                                         TeamSelection& teams, MainWindow& window, Environment env)
     : QDialog(&window), session_(session), files_(files), prompter_(prompter), teams_(teams),
-      window_(window) {
+      window_(window), env_(std::move(env)) {
     setObjectName(QStringLiteral("frmDataDirectory"));
     setWindowTitle(QStringLiteral("Data Directory"));
     setModal(true);
@@ -31,7 +31,11 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
     explanation->setObjectName(QStringLiteral("lblExplanation"));
     explanation->setWordWrap(true);
 
-    directory_ = new QLineEdit(fromUtf8(session_.paths.dataDirectory), this);
+    // The first start: no folder chosen yet. A new data directory in the user's own data folder is
+    // proposed, and so is a copy of the sample season when the program brings one.
+    const bool firstStart = session_.paths.dataDirectory.empty();
+    const std::string proposed = firstStart ? newDataDirectory(env_) : session_.paths.dataDirectory;
+    directory_ = new QLineEdit(fromUtf8(proposed), this);
     directory_->setObjectName(QStringLiteral("txtDataDirectory"));
     directory_->setMinimumWidth(fontMetrics().averageCharWidth() * 72);
     selectAllOnFocus(directory_);
@@ -53,6 +57,27 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
     buttons->addWidget(cancel);
 
     auto* layout = new QVBoxLayout(this);
+    const std::string sample = sampleSeasonDirectory(session_.installDirectory);
+    if (firstStart && !sample.empty() && !sampleCopyDirectory(env_).empty()) {
+        auto* welcome = new QLabel(
+            QStringLiteral("Welcome to Scorvane for Football. To look around first, start with a "
+                           "copy of the sample season (four teams with rosters, games and player "
+                           "statistics) in %1. Or enter your own teams in a new, empty data "
+                           "directory: OK makes the folder below.")
+                .arg(fromUtf8(sampleCopyDirectory(env_))),
+            this);
+        welcome->setObjectName(QStringLiteral("lblWelcome"));
+        welcome->setWordWrap(true);
+        auto* sampleButton = new QPushButton(QStringLiteral("Copy the &Sample Season"), this);
+        sampleButton->setObjectName(QStringLiteral("cmdSampleSeason"));
+        connect(sampleButton, &QPushButton::clicked, this, &DataDirectoryDialog::useSampleCopy);
+        auto* sampleRow = new QHBoxLayout;
+        sampleRow->addWidget(sampleButton);
+        sampleRow->addStretch(1);
+        layout->addWidget(welcome);
+        layout->addLayout(sampleRow);
+        layout->addSpacing(12);
+    }
     layout->addWidget(explanation);
     layout->addSpacing(6);
     layout->addLayout(row);
@@ -70,12 +95,26 @@ void DataDirectoryDialog::browse() {
 }
 
 void DataDirectoryDialog::use() {
-    if (!useDataDirectory(session_, files_, prompter_, toUtf8(directory_->text())))
-        return;
+    if (useFolder(toUtf8(directory_->text())))
+        accept();
+}
+
+bool DataDirectoryDialog::useFolder(const std::string& directory) {
+    if (!useDataDirectory(session_, files_, prompter_, directory))
+        return false;
     window_.setDataDirectory(session_.paths.dataDirectory);
     teams_.setResetMark();
     (void)teams_.load(files_); // a disk error was shown; a short list reads as unnamed teams
-    accept();
+    return true;
+}
+
+void DataDirectoryDialog::useSampleCopy() {
+    const std::string copy = sampleCopyDirectory(env_);
+    // A copy made earlier is used as it is, with whatever was changed in it since.
+    if (!copySampleSeason(prompter_, sampleSeasonDirectory(session_.installDirectory), copy))
+        return;
+    if (useFolder(copy))
+        accept();
 }
 
 } // namespace scorvane

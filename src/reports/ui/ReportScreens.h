@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ReportPrinter.h"
+
+#include "games/Roster.h"
+#include "reports/RosterListing.h"
+#include "reports/Selection.h"
+#include "storage/Category.h"
+#include "storage/ConfigRecord.h"
+#include "storage/DataFiles.h"
+#include "storage/Prompter.h"
+#include "storage/Session.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QString;
+class QWidget;
+
+namespace scorvane {
+
+// What the report screens share and keep while the program runs: the selection of games and
+// player, the print dialog's options and the printer, and per category the report chosen in the
+// report list and the sort chosen on the screen.
+struct ReportContext {
+    ReportContext(Session& session, DataFiles& files, Prompter& prompter)
+        : session(session), files(files), prompter(prompter), printer(prompter) {}
+
+    Session& session;
+    DataFiles& files;
+    Prompter& prompter;
+    Selection selection;
+    ReportPrinter printer;
+    // The record number of the saved report in use per category; 0: the category's first.
+    std::array<int, kCategoryCount> chosenReport{};
+    // The sort chosen with the sort dialog or a column heading; empty: the report's own sort.
+    std::array<std::optional<SortSetting>, kCategoryCount> sort{};
+};
+
+// The statistics screen of a category over the marked teams; `currentTeam` is the team whose games
+// the selection lists.
+void openStatisticsReport(ReportContext& context, char category, const std::vector<int>& teams,
+                          int currentTeam, QWidget* parent);
+
+// The team record of one team.
+void openTeamRecord(ReportContext& context, int team, QWidget* parent);
+
+// Prints the roster as the roster screen holds it: the print dialog, then the listing to the
+// printer or a text file. `teamName` is the stored (Windows-1252) name.
+void printRoster(ReportContext& context, const std::string& teamName, const Roster& roster,
+                 const ContactLookup& contact, QWidget* parent);
+
+// Asks where to export a report: a CSV or HTML file, the kind by the filter chosen or the name's
+// extension. False when the user cancelled.
+bool chooseExportFile(QWidget* parent, QString& path, bool& html);
+
+} // namespace scorvane

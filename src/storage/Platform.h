@@ -1,0 +1,139 @@
+#pragma once
+
+#include "Status.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <string>
+
+// The one place that talks to the operating system about files. Everything above it works with
+// UTF-8 path names and Status values; PlatformPosix.cpp and PlatformWindows.cpp say how each
+// system does it (descriptors and pread/pwrite there, wide-character names and HANDLEs here).
+//
+// Failures come back as Disk statuses carrying the disk error handler's number (70 permission,
+// 71/25 not ready, 57 anything else) and the system's own text.
+namespace scorvane::platform {
+
+enum class OpenMode {
+    ReadWrite, // reading and writing; an absent file is created empty
+    ReadOnly,  // reading only; the file must exist
+    Replace,   // writing only; the file is created or cut to nothing
+};
+
+// An open file of the system. Closed when it goes.
+class File {
+public:
+    File() = default;
+    ~File() { close(); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    File(File&& other) noexcept { *this = static_cast<File&&>(other); }
+    File& operator=(File&& other) noexcept;
+
+    bool isOpen() const { return handle_ != kNone; }
+    const std::string& path() const { return path_; }
+    void close();
+
+    // Only the platform's own files read these.
+    std::intptr_t handle() const { return handle_; }
+    void adopt(std::intptr_t handle, std::string path);
+
+private:
+    static constexpr std::intptr_t kNone = -1;
+    std::intptr_t handle_ = kNone;
+    std::string path_;
+};
+
+// `missing`, when given, tells whether a failure was that the file (or a folder on its way) does
+// not exist; the status is an error all the same, for the caller to decide.
+[[nodiscard]] Status openFile(const std::string& path, OpenMode mode, File& file,
+                              bool* missing = nullptr);
+[[nodiscard]] Status fileSize(const File& file, long long& bytes);
+// Reads up to `size` bytes at `offset`; `got` is less than `size` only at the end of the file.
+[[nodiscard]] Status readAt(const File& file, long long offset, std::uint8_t* data,
+                            std::size_t size, std::size_t& got);
+// Writes all `size` bytes at `offset`, or fails.
+[[nodiscard]] Status writeAt(File& file, long long offset, const std::uint8_t* data,
+                             std::size_t size);
+// Makes what was written durable: fdatasync, FlushFileBuffers.
+[[nodiscard]] Status flush(File& file);
+// Whether the file still has a name: a file removed while it is open takes every later write
+// with it.
+bool stillNamed(const File& file);
+
+// Renames `from` to `to`, replacing a file there in one step (rename, MoveFileExW).
+[[nodiscard]] Status replaceFile(const std::string& from, const std::string& to,
+                                 bool* missing = nullptr);
+[[nodiscard]] Status removeFile(const std::string& path, bool* missing = nullptr);
+// Makes the renames and removals in a folder durable (a no-op where the system has no such call).
+void syncFolder(const std::string& folder);
+bool isFile(const std::string& path);
+bool isFolder(const std::string& path);
+// Whether a character separates folders in a path ('/', and a backslash too on Windows).
+bool isSeparator(char c);
+// The folder a file lies in ("." for a bare name).
+std::string folderOf(const std::string& path);
+// Creates one folder; an existing one is fine.
+[[nodiscard]] Status makeFolder(const std::string& path);
+// Whether files may be created and written in the folder: a folder on a write-protected disk, or
+// one this user may not change, is read from but never written.
+bool folderMayBeWritten(const std::string& folder);
+
+// The local time of a moment (localtime_r; localtime_s on Windows).
+std::tm localTime(std::time_t moment);
+// Whether the program runs on Windows, for the few choices that follow the system's customs
+// (where a user's settings are kept).
+bool isWindows();
+
+// A Disk status for an error number of the C library (errno).
+Status errorFromErrno(int number);
+
+// --- fault injection ----------------------------------------------------------------------------
+// Tests make the calls above fail (or the process stop) at chosen moments. Nothing but the tests
+// sets the hooks; without them every call goes straight to the system.
+
+enum class Call { Open, Write, Flush, Rename, Remove };
+
+enum class Fault {
+    None,
+    NoSpace,  // the disk is full
+    ReadOnly, // the file or the disk may not be written
+    NotFound, // the file or its folder is gone
+    NotReady, // the device does not answer
+    Crash,    // the process ends at once, as if killed, leaving the disk as it is
+};
+
+struct CallInfo {
+    Call call = Call::Open;
+    const std::string& path; // the file; for Rename the file renamed
+    const std::string* to = nullptr;
+    long long offset = 0; // Write: where, and how many bytes
+    std::size_t size = 0;
+};
+
+struct Injection {
+    Fault fault = Fault::None;
+    // Write: how many of the bytes reach the file before the fault strikes.
+    std::size_t bytesFirst = 0;
+};
+
+struct Hooks {
+    void* context = nullptr;
+    // Asked before every call; Fault::None lets the call go ahead.
+    Injection (*before)(void* context, const CallInfo& call) = nullptr;
+};
+
+// Sets the hooks (nullptr: none). The hooks must outlive their use.
+void setHooks(const Hooks* hooks);
+
+// The exit code of a process ended by Fault::Crash.
+inline constexpr int kCrashExitCode = 86;
+
+namespace detail {
+// What the hooks say about a call, and ending the process for Fault::Crash.
+Injection ask(const CallInfo& call);
+[[noreturn]] void crash();
+} // namespace detail
+
+} // namespace scorvane::platform

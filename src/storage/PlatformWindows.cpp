@@ -1,0 +1,314 @@
+// Files on Windows: UTF-8 names turned into wide ones, HANDLEs read and written at an offset,
+// FlushFileBuffers, and MoveFileExW for a rename that replaces the file it lands on.
+
+#include "Platform.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+namespace scorvane::platform {
+
+namespace {
+
+std::wstring wide(const std::string& utf8) {
+    if (utf8.empty())
+        return {};
+    const int n =
+        ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    std::wstring out(static_cast<std::size_t>(n), L'\0');
+    ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), out.data(), n);
+    return out;
+}
+
+std::string narrow(const wchar_t* text, int length) {
+    const int n = ::WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr);
+    std::string out(static_cast<std::size_t>(n), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text, length, out.data(), n, nullptr, nullptr);
+    return out;
+}
+
+// The system's own text for an error, on one line and without its closing full stop.
+std::string systemText(DWORD number) {
+    wchar_t* buffer = nullptr;
+    const DWORD n = ::FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, number, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    std::string text = n > 0 ? narrow(buffer, static_cast<int>(n)) : std::string();
+    if (buffer != nullptr)
+        ::LocalFree(buffer);
+    while (!text.empty() &&
+           (text.back() == '\n' || text.back() == '\r' || text.back() == ' ' || text.back() == '.'))
+        text.pop_back();
+    if (text.empty())
+        text = "Error " + std::to_string(number);
+    return text;
+}
+
+Status errorFromSystem(DWORD number) {
+    int code = diskerr::Other;
+    switch (number) {
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+        code = diskerr::PermissionDenied;
+        break;
+    case ERROR_SEM_TIMEOUT:
+        code = diskerr::DeviceTimeout;
+        break;
+    case ERROR_NOT_READY:
+    case ERROR_DEV_NOT_EXIST:
+    case ERROR_BAD_NETPATH:
+    case ERROR_NETNAME_DELETED:
+    case ERROR_UNEXP_NET_ERR:
+        code = diskerr::DiskNotReady;
+        break;
+    default:
+        break;
+    }
+    return Status::error(ErrorKind::Disk, systemText(number), code);
+}
+
+bool isMissing(DWORD number) {
+    return number == ERROR_FILE_NOT_FOUND || number == ERROR_PATH_NOT_FOUND;
+}
+
+Status lastError(bool* missing) {
+    const DWORD number = ::GetLastError();
+    if (missing != nullptr)
+        *missing = isMissing(number);
+    return errorFromSystem(number);
+}
+
+DWORD errorOf(Fault fault) {
+    switch (fault) {
+    case Fault::NoSpace:
+        return ERROR_DISK_FULL;
+    case Fault::ReadOnly:
+        return ERROR_WRITE_PROTECT;
+    case Fault::NotFound:
+        return ERROR_FILE_NOT_FOUND;
+    case Fault::NotReady:
+        return ERROR_NOT_READY;
+    default:
+        return ERROR_GEN_FAILURE;
+    }
+}
+
+bool allowed(const CallInfo& call, Status& failure, bool* missing = nullptr) {
+    const Injection injection = detail::ask(call);
+    if (injection.fault == Fault::None)
+        return true;
+    if (injection.fault == Fault::Crash)
+        detail::crash();
+    ::SetLastError(errorOf(injection.fault));
+    failure = lastError(missing);
+    return false;
+}
+
+HANDLE handleOf(const File& file) {
+    return reinterpret_cast<HANDLE>(file.handle());
+}
+
+OVERLAPPED at(long long offset) {
+    OVERLAPPED o{};
+    o.Offset = static_cast<DWORD>(static_cast<unsigned long long>(offset) & 0xFFFFFFFFu);
+    o.OffsetHigh = static_cast<DWORD>(static_cast<unsigned long long>(offset) >> 32);
+    return o;
+}
+
+constexpr std::size_t kLargestCall = 1u << 30;
+
+} // namespace
+
+Status errorFromErrno(int number) {
+    int code = diskerr::Other;
+    if (number == EACCES || number == EPERM || number == EROFS)
+        code = diskerr::PermissionDenied;
+    else if (number == ETIMEDOUT)
+        code = diskerr::DeviceTimeout;
+    else if (number == ENXIO || number == ENODEV)
+        code = diskerr::DiskNotReady;
+    return Status::error(ErrorKind::Disk, std::generic_category().message(number), code);
+}
+
+void File::close() {
+    if (handle_ != kNone)
+        ::CloseHandle(reinterpret_cast<HANDLE>(handle_));
+    handle_ = kNone;
+}
+
+Status openFile(const std::string& path, OpenMode mode, File& file, bool* missing) {
+    file.close();
+    if (missing != nullptr)
+        *missing = false;
+    Status failure;
+    if (!allowed({.call = Call::Open, .path = path}, failure, missing))
+        return failure;
+    DWORD access = GENERIC_READ | GENERIC_WRITE;
+    DWORD disposition = OPEN_ALWAYS;
+    if (mode == OpenMode::ReadOnly) {
+        access = GENERIC_READ;
+        disposition = OPEN_EXISTING;
+    } else if (mode == OpenMode::Replace) {
+        access = GENERIC_WRITE;
+        disposition = CREATE_ALWAYS;
+    }
+    // Others may read, write, rename and remove the file while it is open, as on POSIX: the
+    // rename that replaces a file must not be refused because the old one is still open.
+    const HANDLE h = ::CreateFileW(wide(path).c_str(), access,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE)
+        return lastError(missing);
+    file.adopt(reinterpret_cast<std::intptr_t>(h), path);
+    return Status::ok();
+}
+
+Status fileSize(const File& file, long long& bytes) {
+    bytes = 0;
+    LARGE_INTEGER size{};
+    if (!::GetFileSizeEx(handleOf(file), &size))
+        return lastError(nullptr);
+    bytes = static_cast<long long>(size.QuadPart);
+    return Status::ok();
+}
+
+Status readAt(const File& file, long long offset, std::uint8_t* data, std::size_t size,
+              std::size_t& got) {
+    got = 0;
+    while (got < size) {
+        OVERLAPPED o = at(offset + static_cast<long long>(got));
+        DWORD n = 0;
+        const auto chunk = static_cast<DWORD>(std::min(size - got, kLargestCall));
+        if (!::ReadFile(handleOf(file), data + got, chunk, &n, &o)) {
+            if (::GetLastError() == ERROR_HANDLE_EOF)
+                break;
+            return lastError(nullptr);
+        }
+        if (n == 0)
+            break;
+        got += n;
+    }
+    return Status::ok();
+}
+
+Status writeAt(File& file, long long offset, const std::uint8_t* data, std::size_t size) {
+    const Injection injection =
+        detail::ask({.call = Call::Write, .path = file.path(), .offset = offset, .size = size});
+    std::size_t limit = size;
+    if (injection.fault != Fault::None)
+        limit = std::min(size, injection.bytesFirst);
+    std::size_t done = 0;
+    while (done < limit) {
+        OVERLAPPED o = at(offset + static_cast<long long>(done));
+        DWORD n = 0;
+        const auto chunk = static_cast<DWORD>(std::min(limit - done, kLargestCall));
+        if (!::WriteFile(handleOf(file), data + done, chunk, &n, &o))
+            return lastError(nullptr);
+        done += n;
+    }
+    if (injection.fault == Fault::Crash)
+        detail::crash();
+    if (injection.fault != Fault::None)
+        return errorFromSystem(errorOf(injection.fault));
+    return Status::ok();
+}
+
+Status flush(File& file) {
+    Status failure;
+    if (!allowed({.call = Call::Flush, .path = file.path()}, failure))
+        return failure;
+    return ::FlushFileBuffers(handleOf(file)) ? Status::ok() : lastError(nullptr);
+}
+
+bool stillNamed(const File& file) {
+    FILE_STANDARD_INFO info{};
+    if (!::GetFileInformationByHandleEx(handleOf(file), FileStandardInfo, &info, sizeof info))
+        return true;
+    return !info.DeletePending && info.NumberOfLinks > 0;
+}
+
+Status replaceFile(const std::string& from, const std::string& to, bool* missing) {
+    if (missing != nullptr)
+        *missing = false;
+    Status failure;
+    if (!allowed({.call = Call::Rename, .path = from, .to = &to}, failure, missing))
+        return failure;
+    if (!::MoveFileExW(wide(from).c_str(), wide(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return lastError(missing);
+    return Status::ok();
+}
+
+Status removeFile(const std::string& path, bool* missing) {
+    if (missing != nullptr)
+        *missing = false;
+    Status failure;
+    if (!allowed({.call = Call::Remove, .path = path}, failure, missing))
+        return failure;
+    if (!::DeleteFileW(wide(path).c_str()))
+        return lastError(missing);
+    return Status::ok();
+}
+
+void syncFolder(const std::string&) {
+    // MOVEFILE_WRITE_THROUGH has already made the rename durable.
+}
+
+bool isSeparator(char c) {
+    return c == '/' || c == '\\';
+}
+
+std::string folderOf(const std::string& path) {
+    std::size_t slash = path.size();
+    while (slash > 0 && !isSeparator(path[slash - 1]))
+        --slash;
+    if (slash == 0)
+        return ".";
+    return slash == 1 ? path.substr(0, 1) : path.substr(0, slash - 1);
+}
+
+bool isFile(const std::string& path) {
+    const DWORD a = ::GetFileAttributesW(wide(path).c_str());
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool isFolder(const std::string& path) {
+    const DWORD a = ::GetFileAttributesW(wide(path).c_str());
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+Status makeFolder(const std::string& path) {
+    if (!::CreateDirectoryW(wide(path).c_str(), nullptr) &&
+        ::GetLastError() != ERROR_ALREADY_EXISTS)
+        return lastError(nullptr);
+    return Status::ok();
+}
+
+bool folderMayBeWritten(const std::string&) {
+    // A folder's read-only mark does not stop writing on Windows; a write-protected disk refuses
+    // the opening for writing, and the file is then opened for reading.
+    return true;
+}
+
+std::tm localTime(std::time_t moment) {
+    std::tm local{};
+    ::localtime_s(&local, &moment);
+    return local;
+}
+
+bool isWindows() {
+    return true;
+}
+
+} // namespace scorvane::platform

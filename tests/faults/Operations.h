@@ -1,0 +1,270 @@
+#pragma once
+
+// The changes a coach makes that rewrite files, run on the sample season's first team, and what
+// must hold of the data directory after any of them was stopped halfway: by a disk error or by
+// the process being killed.
+
+#include "entry/PlayerScreen.h"
+#include "games/GameList.h"
+#include "games/PlayerNumber.h"
+#include "games/Roster.h"
+#include "sample/SampleSeason.h"
+#include "storage/DataFiles.h"
+#include "storage/Records.h"
+#include "support/FakePrompter.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace scorvane::testing {
+
+// Every file of a folder by name.
+using Snapshot = std::map<std::string, Bytes>;
+
+inline Snapshot snapshot(const TempDir& dir) {
+    Snapshot files;
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
+        if (entry.is_regular_file())
+            files[entry.path().filename().string()] = dir.read(entry.path().filename().string());
+    return files;
+}
+
+inline void restore(const TempDir& dir, const Snapshot& files) {
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
+        std::filesystem::remove(entry.path());
+    for (const auto& [name, bytes] : files)
+        dir.write(name, bytes);
+}
+
+// The team the changes are made on.
+inline constexpr int kTeam = 1;
+
+struct Operation {
+    std::string name;
+    // The files the change rewrites; each is left as before or as after.
+    std::vector<std::string> rewrites;
+    // Whether those files change together: all as before or all as after. Otherwise they are
+    // written one after the other, in the order given.
+    bool together = true;
+    std::function<Status(DataFiles&, Prompter&)> run;
+};
+
+// The player screen's save: game 5, the second player's passing changed and a kicking result
+// added for him.
+inline Status savePlayerResults(DataFiles& data, Prompter& prompter) {
+    TeamFiles files = data.team(kTeam);
+    const ColumnTable columns;
+    PlayerScreen screen;
+    if (Status s = screen.open(files, 5, columns, prompter); !s)
+        return s;
+    (void)screen.clickCell(1, 4);
+    screen.editField(22, "5");
+    (void)screen.clickCell(1, 0);
+    screen.editField(0, "12");
+    if (screen.ok() != PlayerScreen::Leave::GameList)
+        return screen.saveStatus().isOk()
+                   ? Status::error(ErrorKind::Unreadable, "the screen did not save")
+                   : screen.saveStatus();
+    return Status::ok();
+}
+
+inline Status insertFirstGame(DataFiles& data, Prompter&) {
+    TeamFiles files = data.team(kTeam);
+    GameList games;
+    if (Status s = games.load(files); !s)
+        return s;
+    GameRecord game;
+    game.opponent = "Inserted";
+    game.teamScore = {7, 0, 3, 0, 0};
+    return games.insert(files, 1, game);
+}
+
+inline Status deleteFirstGame(DataFiles& data, Prompter& prompter) {
+    TeamFiles files = data.team(kTeam);
+    GameList games;
+    if (Status s = games.load(files); !s)
+        return s;
+    bool deleted = false;
+    if (auto* fake = dynamic_cast<FakePrompter*>(&prompter))
+        fake->answers.push_front(Answer::Ok); // the question before deleting
+    return games.remove(files, prompter, 0, deleted);
+}
+
+// The first player with contact details moves, with them, to the first free number.
+inline Status changeFirstPlayerNumber(DataFiles& data, Prompter& prompter) {
+    TeamFiles files = data.team(kTeam);
+    Roster roster;
+    if (Status s = roster.load(files); !s)
+        return s;
+    std::vector<PlayerInfoRecord> info;
+    if (Status s = files.readAllAs(FileKind::PlayerInfo, info); !s)
+        return s;
+    int used = 0, free = 0;
+    for (int n = kMaxPlayers; n >= 1; --n)
+        if (!roster.inUse[static_cast<std::size_t>(n)])
+            free = n;
+    for (auto it = info.rbegin(); it != info.rend(); ++it)
+        if (isPlayerNumber(it->playerNumber) &&
+            roster.inUse[static_cast<std::size_t>(it->playerNumber)])
+            used = it->playerNumber;
+    bool changed = false;
+    return changePlayerNumber(files, roster, prompter, used, digits(free), changed);
+}
+
+// The roster screen: the first player renamed, the second deleted, a phone number typed for the
+// third, and the screen closed.
+inline Status saveRoster(DataFiles& data, Prompter&) {
+    TeamFiles files = data.team(kTeam);
+    Roster roster;
+    if (Status s = roster.load(files); !s)
+        return s;
+    RosterEditor editor(roster);
+    if (Status s = editor.open(files); !s)
+        return s;
+    std::vector<int> used;
+    for (int n = 1; n <= kMaxPlayers; ++n)
+        if (roster.inUse[static_cast<std::size_t>(n)])
+            used.push_back(n);
+    editor.select(used.at(0));
+    (void)editor.nameEntered("Renamed Player");
+    editor.select(used.at(1));
+    FakePrompter yes;
+    yes.answers = {Answer::Yes};
+    (void)editor.deletePlayer(yes);
+    editor.select(used.at(2));
+    editor.contactEntered(ContactField::Phone, "555-0199");
+    return editor.save(files);
+}
+
+inline void PrintTo(const Operation& op, std::ostream* out) {
+    *out << op.name;
+}
+
+// The disk error handler's messages among those shown (the delete question is none of them).
+inline std::vector<Message> diskMessages(const FakePrompter& prompter) {
+    std::vector<Message> out;
+    for (const Message& m : prompter.shown)
+        if (m.title == "Error" || m.title == "Disk Error")
+            out.push_back(m);
+    return out;
+}
+
+inline std::vector<Operation> operations() {
+    return {
+        {"PlayerScreenSave", {"FBPS1.DAT"}, true, savePlayerResults},
+        {"GameInsert", {"FBGS1.DAT", "FBPS1.DAT"}, true, insertFirstGame},
+        {"GameDelete", {"FBGS1.DAT", "FBPS1.DAT"}, true, deleteFirstGame},
+        {"PlayerNumberChange",
+         {"FBPS1.DAT", "FBPN1.DAT", "FBPI1.DAT"},
+         true,
+         changeFirstPlayerNumber},
+        // The roster first, then the player information (see RosterEditor::save).
+        {"RosterSave", {"FBPN1.DAT", "FBPI1.DAT"}, false, saveRoster},
+    };
+}
+
+// A data directory holding the sample season, and the team's files before and after a change.
+struct Outcomes {
+    TempDir dir;
+    Snapshot before, after;
+
+    explicit Outcomes(const Operation& op) {
+        FakePrompter prompter;
+        {
+            DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+            EXPECT_TRUE(writeSampleSeason(data));
+        }
+        before = snapshot(dir);
+        {
+            DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+            EXPECT_TRUE(op.run(data, prompter)) << op.name;
+        }
+        after = snapshot(dir);
+        EXPECT_TRUE(diskMessages(prompter).empty()) << op.name;
+        for (const auto& name : op.rewrites)
+            EXPECT_NE(before[name], after[name]) << op.name << " leaves " << name << " unchanged";
+        restore(dir, before);
+    }
+    DataPaths paths() const { return {dir.dir(), dir.dir(), dir.dir()}; }
+};
+
+// The game numbers of the statistics records, in file order.
+inline std::vector<int> statGameNumbers(const Bytes& stats) {
+    std::vector<int> numbers;
+    for (std::size_t at = 0; at + StatRecord::Length <= stats.size(); at += StatRecord::Length)
+        numbers.push_back(
+            StatHeader::decode(Bytes(stats.begin() + static_cast<std::ptrdiff_t>(at),
+                                     stats.begin() + static_cast<std::ptrdiff_t>(at + 8)))
+                .gameNumber);
+    return numbers;
+}
+
+// What must hold once the data directory has been opened again after a stopped change: every
+// file the change rewrites as before or as after and every other file as before, files changed
+// together all on the same side (of files written one after the other, never a later one new
+// and an earlier one old), the statistics in game order and naming only games the game file
+// holds, and no journal left. A change stopped by an error leaves no temporary file either; one
+// stopped by the end of the process may leave the temporary file it was writing, which the next
+// replacement of that file overwrites.
+enum class Stopped { ByError, ByEnd };
+inline ::testing::AssertionResult holdsOldOrNew(const Operation& op, const Outcomes& o,
+                                                Stopped stopped = Stopped::ByError) {
+    {
+        FakePrompter prompter;
+        DataFiles reopened(o.paths(), prompter);
+        TeamFiles files = reopened.team(kTeam);
+        if (!files.openFile(FileKind::Stats))
+            return ::testing::AssertionFailure() << "the files cannot be opened again";
+        if (!prompter.shown.empty())
+            return ::testing::AssertionFailure() << "opening shows " << prompter.shown[0].text;
+    }
+    const Snapshot now = snapshot(o.dir);
+    const auto of = [](const Snapshot& s, const std::string& name) {
+        return s.count(name) ? s.at(name) : Bytes{};
+    };
+    for (const auto& [name, bytes] : now)
+        if ((name.ends_with(".tmp") && stopped == Stopped::ByError) || name == kJournalFileName)
+            return ::testing::AssertionFailure() << name << " was left behind";
+    for (const auto& [name, bytes] : o.before)
+        if (std::count(op.rewrites.begin(), op.rewrites.end(), name) == 0 && of(now, name) != bytes)
+            return ::testing::AssertionFailure() << name << " changed";
+    std::vector<bool> isNew;
+    for (const auto& name : op.rewrites) {
+        const Bytes file = of(now, name);
+        if (file != of(o.before, name) && file != of(o.after, name))
+            return ::testing::AssertionFailure()
+                   << name << " is neither as before nor as after (" << file.size() << " bytes)";
+        isNew.push_back(file == of(o.after, name));
+    }
+    for (std::size_t i = 1; i < isNew.size(); ++i) {
+        if (op.together && isNew[i] != isNew[0])
+            return ::testing::AssertionFailure() << "the files changed together disagree";
+        if (!op.together && isNew[i] && !isNew[i - 1])
+            return ::testing::AssertionFailure() << "a later file changed before an earlier one";
+    }
+
+    const std::vector<int> numbers = statGameNumbers(now.at("FBPS1.DAT"));
+    if (!std::is_sorted(numbers.begin(), numbers.end()))
+        return ::testing::AssertionFailure() << "the statistics are out of game order";
+    int liveGames = 0;
+    const Bytes& games = now.at("FBGS1.DAT");
+    for (std::size_t at = 0; at + GameRecord::Length <= games.size(); at += GameRecord::Length)
+        liveGames +=
+            GameRecord::decode(
+                Bytes(games.begin() + static_cast<std::ptrdiff_t>(at),
+                      games.begin() + static_cast<std::ptrdiff_t>(at + GameRecord::Length)))
+                .isLive();
+    if (!numbers.empty() && (numbers.front() < 1 || numbers.back() > liveGames))
+        return ::testing::AssertionFailure()
+               << "statistics of game " << numbers.back() << " but " << liveGames << " games";
+    return ::testing::AssertionSuccess();
+}
+
+} // namespace scorvane::testing

@@ -1,0 +1,309 @@
+#include "shell/Backup.h"
+#include "shell/FolderSnapshot.h"
+#include "storage/Records.h"
+#include "support/FakePrompter.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#if defined(__unix__) || defined(__APPLE__)
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+namespace scorvane {
+namespace {
+
+using testing::filler;
+using testing::FolderSnapshot;
+using testing::snapshot;
+
+Bytes teamList(std::initializer_list<const char*> names) {
+    Bytes list;
+    for (const char* name : names) {
+        const Bytes r = TeamRecord{name, name, ""}.encode();
+        list.insert(list.end(), r.begin(), r.end());
+    }
+    return list;
+}
+
+// A data directory with three teams' files (team 3 without statistics), a note of the user's
+// that is no data file, and the report formats in a report directory of their own.
+struct Season {
+    testing::TempDir data, reports, elsewhere;
+    testing::FakePrompter prompter;
+    DataFiles files{DataPaths{"", data.dir(), reports.dir()}, prompter};
+
+    Season() {
+        data.write("FBTEAMS.DAT", teamList({"Bears", "Lions", "Hawks"}));
+        int seed = 0;
+        for (const char* name : {"FBPN1.DAT", "FBPI1.DAT", "FBGS1.DAT", "FBPS1.DAT", "FBPN2.DAT",
+                                 "FBGS2.DAT", "FBPS2.DAT", "FBPN3.DAT"}) {
+            ++seed;
+            data.write(name, filler(200 + 37 * static_cast<std::size_t>(seed), seed));
+        }
+        data.write("notes.txt", Bytes{'m', 'i', 'n', 'e'});
+        reports.write("FBRPTFMT.DAT", filler(167 * 2, 99));
+    }
+    std::string backupPath() const { return elsewhere.file("season.sfb"); }
+    // Changes every kind of thing a restore must undo: a changed file, a removed one, a new team.
+    void changeEverything() const {
+        data.write("FBPN1.DAT", filler(201, 7));
+        std::filesystem::remove(data.path() / "FBGS2.DAT");
+        data.write("FBPN7.DAT", filler(201, 8));
+        data.write("FBTEAMS.DAT", teamList({"Bears", "Lions", "Hawks", "", "", "", "Owls"}));
+        reports.write("FBRPTFMT.DAT", filler(167, 9));
+    }
+};
+
+FolderSnapshot without(FolderSnapshot files, const std::string& name) {
+    files.erase(name);
+    return files;
+}
+
+TEST(BackupArchive, EveryChangedOrMissingByteIsFound) {
+    BackupArchive archive;
+    archive.madeOn = "2026-11-23 21:05:13";
+    archive.files = {{Folder::Data, "FBTEAMS.DAT", teamList({"Bears"})},
+                     {Folder::Data, "FBPS12.DAT", filler(90, 1)},
+                     {Folder::Report, "FBRPTFMT.DAT", {}}};
+    const Bytes bytes = encodeBackup(archive);
+    BackupArchive read;
+    ASSERT_EQ(decodeBackup(bytes, read).problem, ArchiveProblem::Good);
+    EXPECT_EQ(read.madeOn, archive.madeOn);
+    EXPECT_EQ(read.files, archive.files);
+    EXPECT_EQ(read.teamNames(), std::vector<std::string>{"Bears"});
+
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        Bytes changed = bytes;
+        changed[i] ^= 0x20;
+        EXPECT_NE(decodeBackup(changed, read).problem, ArchiveProblem::Good) << "byte " << i;
+        EXPECT_TRUE(read.files.empty());
+        const Bytes cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(i));
+        EXPECT_NE(decodeBackup(cut, read).problem, ArchiveProblem::Good) << "length " << i;
+    }
+}
+
+TEST(BackupArchive, ForeignFilesAndStrangeNamesAreRefusedWithTheirReason) {
+    BackupArchive read;
+    const Bytes zip = {'P', 'K', 3, 4, 20, 0, 0, 0, 8, 0};
+    EXPECT_EQ(archiveRefusal(decodeBackup(zip, read)),
+              "This file is not a backup made by Scorvane for Football.  Nothing was restored.");
+
+    BackupArchive sneaky;
+    sneaky.files = {{Folder::Data, "FBTEAMS.DAT", {}}, {Folder::Data, "../FBPN1.DAT", {}}};
+    EXPECT_EQ(archiveRefusal(decodeBackup(encodeBackup(sneaky), read)),
+              "This backup holds a file that does not belong in a data directory (../FBPN1.DAT) "
+              "and cannot be restored.  Nothing was restored.");
+    sneaky.files = {{Folder::Data, "FBTEAMS.DAT", {}}, {Folder::Report, "FBPN1.DAT", {}}};
+    EXPECT_EQ(decodeBackup(encodeBackup(sneaky), read).problem, ArchiveProblem::StrangeFile);
+    sneaky.files = {{Folder::Data, "FBPN101.DAT", {}}};
+    EXPECT_EQ(decodeBackup(encodeBackup(sneaky), read).problem, ArchiveProblem::StrangeFile);
+    sneaky.files = {{Folder::Data, "FBPN1.DAT", {}}};
+    EXPECT_EQ(archiveRefusal(decodeBackup(encodeBackup(sneaky), read)),
+              "This backup holds no team list and cannot be restored.  Nothing was restored.");
+
+    Bytes newer = encodeBackup(BackupArchive{"", {{Folder::Data, "FBTEAMS.DAT", {}}}});
+    newer[10] = 2;
+    EXPECT_EQ(decodeBackup(newer, read).problem, ArchiveProblem::NewerVersion);
+}
+
+TEST(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
+    Season s;
+    const FolderSnapshot data = snapshot(s.data.path());
+    const FolderSnapshot reports = snapshot(s.reports.path());
+    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+              BackupResult::Written);
+    EXPECT_TRUE(s.prompter.shown.empty());
+    // Making a backup changes nothing.
+    EXPECT_EQ(snapshot(s.data.path()), data);
+
+    BackupArchive archive;
+    ASSERT_TRUE(readBackupFile(s.prompter, s.backupPath(), archive));
+    EXPECT_EQ(archive.files.size(), 10u); // the note of the user's is no data file
+    // 120 + 8 x 200 + 37 x (1 + ... + 8) + 334 bytes
+    EXPECT_EQ(describeBackup(archive), "3 teams, 10 files, 4 KB");
+
+    s.changeEverything();
+    const FolderSnapshot changedData = snapshot(s.data.path());
+    const FolderSnapshot changedReports = snapshot(s.reports.path());
+    s.prompter.answers = {Answer::Yes};
+    std::string undo;
+    ASSERT_EQ(restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo),
+              RestoreResult::Restored);
+    ASSERT_EQ(s.prompter.shown.size(), 1u);
+    EXPECT_EQ(s.prompter.shown[0],
+              (Message{"Restoring the backup of 2026-11-23 21:05:13 replaces the teams, rosters, "
+                       "games, statistics and report formats in " +
+                           s.data.dir() +
+                           ".  The files there now are first saved as \"Before restore 2026-11-24 "
+                           "08.00.00.sfb\" in that folder, so the restore can be undone.\n\n"
+                           "Restore the backup?",
+                       "Restore Files", Buttons::YesNo, Icon::Question, Answer::No}));
+    EXPECT_EQ(undo, s.data.file("Before restore 2026-11-24 08.00.00.sfb"));
+    EXPECT_EQ(without(snapshot(s.data.path()), "Before restore 2026-11-24 08.00.00.sfb"), data);
+    EXPECT_EQ(snapshot(s.reports.path()), reports);
+
+    // The backup of what was replaced undoes the restore.
+    s.prompter.answers = {Answer::Yes};
+    const std::string firstUndo = undo;
+    ASSERT_EQ(restoreDataFiles(s.files, s.prompter, firstUndo, "2026-11-24 08:01:00", undo),
+              RestoreResult::Restored);
+    FolderSnapshot undone = snapshot(s.data.path());
+    undone.erase("Before restore 2026-11-24 08.00.00.sfb");
+    undone.erase("Before restore 2026-11-24 08.01.00.sfb");
+    EXPECT_EQ(undone, changedData);
+    EXPECT_EQ(snapshot(s.reports.path()), changedReports);
+}
+
+TEST(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
+    Season s;
+    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+              BackupResult::Written);
+    s.changeEverything();
+    const FolderSnapshot data = snapshot(s.data.path());
+    const FolderSnapshot reports = snapshot(s.reports.path());
+
+    Bytes damaged = s.elsewhere.read("season.sfb");
+    damaged[damaged.size() / 2] ^= 1;
+    s.elsewhere.write("damaged.sfb", damaged);
+    s.elsewhere.write("letter.sfb", Bytes{'D', 'e', 'a', 'r', ' ', 'c', 'o', 'a', 'c', 'h'});
+    std::string undo;
+    for (const char* name : {"damaged.sfb", "letter.sfb", "missing.sfb"}) {
+        SCOPED_TRACE(name);
+        s.prompter = {};
+        s.prompter.answers = {Answer::Yes, Answer::Yes};
+        EXPECT_EQ(restoreDataFiles(s.files, s.prompter, s.elsewhere.file(name),
+                                   "2026-11-24 "
+                                   "08:00:00",
+                                   undo),
+                  RestoreResult::Refused);
+        ASSERT_EQ(s.prompter.shown.size(), 1u); // the refusal, and no question
+        EXPECT_EQ(s.prompter.shown[0].title, "Restore Files");
+        EXPECT_EQ(s.prompter.shown[0].buttons, Buttons::Ok);
+        EXPECT_EQ(snapshot(s.data.path()), data);
+        EXPECT_EQ(snapshot(s.reports.path()), reports);
+    }
+    EXPECT_EQ(s.prompter.shown[0].text,
+              s.elsewhere.file("missing.sfb") + " was not found.  Nothing was restored.");
+
+    // No, the default answer, keeps everything.
+    s.prompter = {};
+    EXPECT_EQ(restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo),
+              RestoreResult::Declined);
+    EXPECT_EQ(snapshot(s.data.path()), data);
+    EXPECT_EQ(undo, "");
+}
+
+TEST(BackupRestore, AnExistingBackupIsReplacedOnlyAfterYes) {
+    Season s;
+    s.elsewhere.write("season.sfb", Bytes{'o', 'l', 'd'});
+    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+              BackupResult::Declined);
+    ASSERT_EQ(s.prompter.shown.size(), 1u);
+    EXPECT_EQ(s.prompter.shown[0],
+              (Message{"season.sfb already exists.  Replace it?", "Back Up Files", Buttons::YesNo,
+                       Icon::Question, Answer::No}));
+    EXPECT_EQ(s.elsewhere.read("season.sfb"), (Bytes{'o', 'l', 'd'}));
+    s.prompter.answers = {Answer::Yes};
+    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+              BackupResult::Written);
+    BackupArchive archive;
+    EXPECT_TRUE(readBackupFile(s.prompter, s.backupPath(), archive));
+}
+
+TEST(BackupRestore, ABackupThatCannotBeWrittenLeavesNothingBehind) {
+    Season s;
+    const FolderSnapshot data = snapshot(s.data.path());
+    s.elsewhere.write("plain-file", Bytes{'x'});
+    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.elsewhere.file("plain-file") + "/b.sfb",
+                              "2026-11-23 21:05:13"),
+              BackupResult::Failed);
+    ASSERT_EQ(s.prompter.shown.size(), 1u);
+    EXPECT_EQ(s.prompter.shown[0].title, "Back Up Files");
+    EXPECT_TRUE(s.prompter.shown[0].text.starts_with("The backup could not be written to " +
+                                                     s.elsewhere.file("plain-file") + "/b.sfb: "));
+    EXPECT_TRUE(s.prompter.shown[0].text.ends_with(".  Your data files were not changed."));
+    EXPECT_EQ(s.prompter.endCalls, 0);
+    EXPECT_EQ(snapshot(s.data.path()), data);
+
+#if defined(__unix__) || defined(__APPLE__)
+    // A full disk: no file may grow past a few bytes while the backup is written.
+    s.prompter = {};
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto* oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit tiny = before;
+    tiny.rlim_cur = 512;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tiny), 0);
+    const BackupResult full =
+        backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13");
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_EQ(full, BackupResult::Failed);
+    ASSERT_EQ(s.prompter.shown.size(), 1u);
+    EXPECT_TRUE(s.prompter.shown[0].text.starts_with("The backup could not be written"));
+    EXPECT_EQ(snapshot(s.elsewhere.path()), (FolderSnapshot{{"plain-file", Bytes{'x'}}}));
+    EXPECT_EQ(snapshot(s.data.path()), data);
+
+    // A folder that may not be written (only when the tests do not run as the superuser, whom
+    // no permission stops).
+    if (geteuid() != 0) {
+        s.prompter = {};
+        std::filesystem::permissions(s.elsewhere.path(), std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::remove);
+        EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+                  BackupResult::Failed);
+        std::filesystem::permissions(s.elsewhere.path(), std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add);
+        EXPECT_EQ(s.prompter.endCalls, 0);
+        EXPECT_FALSE(s.elsewhere.exists("season.sfb"));
+    }
+#endif
+}
+
+#if defined(__unix__) || defined(__APPLE__)
+TEST(BackupRestore, ARestoreOnAFullDiskLeavesTheDataAsItWas) {
+    Season s;
+    // The backup holds one big file; the data directory now holds small ones, so their own
+    // backup fits under the limit and the big file does not.
+    s.data.write("FBPS1.DAT", filler(40000, 5));
+    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
+              BackupResult::Written);
+    s.data.write("FBPS1.DAT", filler(110, 6));
+    const FolderSnapshot data = snapshot(s.data.path());
+    s.prompter.answers = {Answer::Yes};
+
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto* oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limited = before;
+    limited.rlim_cur = 20000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    std::string undo;
+    const RestoreResult result =
+        restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+
+    EXPECT_EQ(result, RestoreResult::Failed);
+    ASSERT_EQ(s.prompter.shown.size(), 2u);
+    EXPECT_TRUE(s.prompter.shown[1].text.starts_with("The backup could not be restored: "));
+    EXPECT_TRUE(s.prompter.shown[1].text.ends_with(".  Your data files were not changed."));
+    EXPECT_EQ(snapshot(s.data.path()), data);
+}
+#endif
+
+TEST(BackupNames, DatedNames) {
+    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13"), "Scorvane Backup 2026-11-23.sfb");
+    EXPECT_EQ(undoBackupName("2026-11-23 21:05:13"), "Before restore 2026-11-23 21.05.13.sfb");
+    const std::string now = timestampNow();
+    ASSERT_EQ(now.size(), 19u);
+    EXPECT_EQ(now[4], '-');
+    EXPECT_EQ(now[10], ' ');
+    EXPECT_EQ(now[13], ':');
+}
+
+} // namespace
+} // namespace scorvane

@@ -1,0 +1,157 @@
+#include "shell/Installation.h"
+#include "shell/Backup.h"
+#include "shell/FolderSnapshot.h"
+#include "shell/Help.h"
+#include "shell/Startup.h"
+#include "storage/ConfigRecord.h"
+#include "support/FakePrompter.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace scorvane {
+namespace {
+
+using testing::filler;
+using testing::snapshot;
+
+Environment environment(std::map<std::string, std::string> vars) {
+    return [vars](const std::string& name) -> std::optional<std::string> {
+        const auto it = vars.find(name);
+        if (it == vars.end())
+            return std::nullopt;
+        return it->second;
+    };
+}
+
+// An installation as `cmake --install` lays it out: the program in bin/, the default
+// configuration, the help pages and the sample season in share/scorvane/; and a home folder.
+struct Installed {
+    testing::TempDir prefix, home;
+    testing::FakePrompter prompter;
+    Environment env = environment({{"HOME", home.path().string()}});
+    ConfigRecord defaults = ConfigRecord::defaults();
+
+    Installed() {
+        std::filesystem::create_directories(prefix.path() / "bin");
+        std::filesystem::create_directories(prefix.path() / "share/scorvane/help");
+        std::filesystem::create_directories(prefix.path() / "share/scorvane/sample-season");
+        defaults.gameTypeNames[0] = fit("League", 10);
+        defaults.dataDirectory = fit("/where/it/was/built/sample-season/", 145);
+        prefix.write("share/scorvane/BXFB.INI", defaults.encode());
+        prefix.write("share/scorvane/help/topic10.html", Bytes{'<', 'p', '>'});
+        for (const char* name : {"FBTEAMS.DAT", "FBPN1.DAT", "FBGS1.DAT", "FBRPTFMT.DAT"})
+            prefix.write(std::string("share/scorvane/sample-season/") + name, filler(120, name[3]));
+    }
+    std::string program() const { return prefix.dir() + "bin/"; }
+    std::string userConfig() const { return home.dir() + ".config/scorvane/BXFB.INI"; }
+};
+
+TEST(Installation, UserFoldersFollowTheEnvironment) {
+    const auto home = environment({{"HOME", "/home/coach"}});
+    EXPECT_EQ(userConfigDirectory(home), "/home/coach/.config/scorvane/");
+    EXPECT_EQ(userDataDirectory(home), "/home/coach/.local/share/scorvane/");
+    EXPECT_EQ(sampleCopyDirectory(home), "/home/coach/.local/share/scorvane/Sample Season/");
+    EXPECT_EQ(newDataDirectory(home), "/home/coach/.local/share/scorvane/My Teams/");
+    const auto xdg = environment(
+        {{"HOME", "/home/coach"}, {"XDG_CONFIG_HOME", "/cfg"}, {"XDG_DATA_HOME", "/data/"}});
+    EXPECT_EQ(userConfigDirectory(xdg), "/cfg/scorvane/");
+    EXPECT_EQ(userDataDirectory(xdg), "/data/scorvane/");
+    // A relative folder in the variable is ignored, as the rules for these variables say.
+    EXPECT_EQ(userConfigDirectory(environment({{"HOME", "/h"}, {"XDG_CONFIG_HOME", "rel"}})),
+              "/h/.config/scorvane/");
+    EXPECT_EQ(userConfigDirectory(environment({})), "");
+    EXPECT_EQ(sharedDirectory("/opt/scorvane/bin/"), "/opt/scorvane/share/scorvane/");
+}
+
+TEST(Installation, TheProgramsOwnConfigurationWinsAndAMissingOneIsReportedAsEver) {
+    Installed i;
+    // A build folder or a portable copy: BXFB.INI beside the program.
+    i.prefix.write("bin/BXFB.INI", i.defaults.encode());
+    EXPECT_EQ(locateConfiguration(i.program(), i.env).directory, i.program());
+    EXPECT_EQ(locateConfiguration(i.program(), i.env).seedFrom, "");
+    // No installation around the program: the user's folder is not looked at.
+    testing::TempDir loose;
+    EXPECT_EQ(locateConfiguration(loose.dir(), i.env).directory, loose.dir());
+    Session session;
+    EXPECT_EQ(runStartup(i.prompter, loose.dir(), i.env, session), StartupOutcome::Ended);
+    EXPECT_EQ(i.prompter.shown.at(0).text, "BXFB.INI File Corrupt or Not Found");
+    EXPECT_FALSE(std::filesystem::exists(i.userConfig()));
+}
+
+TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
+    Installed i;
+    const auto installedBefore = snapshot(i.prefix.path() / "share/scorvane");
+    Session session;
+    EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session),
+              StartupOutcome::NeedDataDirectory);
+    EXPECT_TRUE(i.prompter.shown.empty());
+    EXPECT_EQ(session.configPath, i.userConfig());
+    const Bytes made = i.home.read(".config/scorvane/BXFB.INI");
+    ASSERT_EQ(made.size(), ConfigRecord::Length);
+    ConfigRecord expected = i.defaults;
+    expected.dataDirectory = std::string(145, ' ');
+    expected.reportDirectory = std::string(145, ' ');
+    EXPECT_EQ(made, expected.encode());
+    EXPECT_EQ(session.paths.dataDirectory, "");
+    // Nothing in the installation is written.
+    EXPECT_EQ(snapshot(i.prefix.path() / "share/scorvane"), installedBefore);
+    EXPECT_TRUE(snapshot(i.prefix.path() / "bin").empty());
+
+    // The next start reads the user's file as it is now, and does not make it again.
+    testing::TempDir data;
+    data.write("FBTEAMS.DAT", Bytes(40, ' '));
+    ConfigRecord chosen = expected;
+    chosen.dataDirectory = fit(data.dir(), 145);
+    i.home.write(".config/scorvane/BXFB.INI", chosen.encode());
+    session = {};
+    EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session), StartupOutcome::Ready);
+    EXPECT_EQ(session.paths.dataDirectory, data.dir());
+    EXPECT_EQ(i.home.read(".config/scorvane/BXFB.INI"), chosen.encode());
+}
+
+TEST(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
+    Installed i;
+    EXPECT_EQ(findHelpDirectory(i.program()), i.prefix.dir() + "share/scorvane/help/");
+    EXPECT_EQ(findHelpPage(i.prompter, i.program(), 10),
+              i.prefix.dir() + "share/scorvane/help/topic10.html");
+    EXPECT_TRUE(i.prompter.shown.empty());
+    std::filesystem::create_directories(i.prefix.path() / "bin/help");
+    EXPECT_EQ(findHelpDirectory(i.program()), i.program() + "help/");
+
+    const std::string sample = sampleSeasonDirectory(i.program());
+    EXPECT_EQ(sample, i.prefix.dir() + "share/scorvane/sample-season/");
+    const std::string copy = sampleCopyDirectory(i.env);
+    ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
+    EXPECT_EQ(snapshot(copy), snapshot(sample));
+
+    // A copy made before is the user's now: it is kept as it is.
+    i.home.write(".local/share/scorvane/Sample Season/FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
+    std::filesystem::remove(std::filesystem::path(copy) / "FBGS1.DAT");
+    ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
+    EXPECT_EQ(i.home.read(".local/share/scorvane/Sample Season/FBTEAMS.DAT"),
+              (Bytes{'m', 'i', 'n', 'e'}));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(copy) / "FBGS1.DAT"));
+}
+
+TEST(Installation, StartUpFinishesARestoreACrashInterrupted) {
+    testing::TempDir program, data;
+    testing::FakePrompter prompter;
+    ConfigRecord c = ConfigRecord::defaults();
+    c.dataDirectory = fit(data.dir(), 145);
+    program.write("BXFB.INI", c.encode());
+    data.write("FBTEAMS.DAT", Bytes(40, 'o'));
+    data.write("FBPN1.DAT", Bytes(201, 'o'));
+    data.write("FBTEAMS.DAT.new", Bytes(80, 'n'));
+    const std::string journal = "SCORVANE CHANGE 1\nW " + data.file("FBTEAMS.DAT") + "\nD " +
+                                data.file("FBPN1.DAT") + "\nEND\n";
+    data.write("FBCHANGE.TMP", Bytes(journal.begin(), journal.end()));
+    Session session;
+    EXPECT_EQ(runStartup(prompter, program.dir(), environment({}), session), StartupOutcome::Ready);
+    EXPECT_EQ(snapshot(data.path()), (testing::FolderSnapshot{{"FBTEAMS.DAT", Bytes(80, 'n')}}));
+}
+
+} // namespace
+} // namespace scorvane

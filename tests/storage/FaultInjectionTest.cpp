@@ -1,0 +1,205 @@
+// Disk errors injected under the file layer (see storage/Platform.h): a write that stops halfway,
+// a file removed while it is written, a rename or a flush that fails. The user sees the disk error
+// handler's message, and the files on disk stay whole.
+
+#include "faults/FaultInjector.h"
+#include "storage/ByteHelpers.h"
+#include "storage/DataFiles.h"
+#include "support/ScratchData.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+// Designated initializers name only the fields a test cares about.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+
+using namespace scorvane;
+using namespace scorvane::testing;
+using platform::Call;
+using platform::Fault;
+
+namespace {
+
+struct Faults : ::testing::Test, ScratchData {
+    std::vector<Bytes> before = records(40, 1), after = records(55, 2);
+
+    static std::vector<Bytes> records(int count, std::uint8_t fill) {
+        std::vector<Bytes> out;
+        for (int i = 0; i < count; ++i)
+            out.push_back(StatRecord{
+                .header = {static_cast<std::int16_t>(1 + i / 10),
+                           static_cast<std::int16_t>(1 + i % 10), 'P', 'A', '1', '1'},
+                .values = {
+                    fill}}.encode());
+        return out;
+    }
+    void SetUp() override { ASSERT_TRUE(files.replaceAll(FileKind::Stats, before)); }
+
+    // The statistics file holds exactly these records, read from disk and through the handle.
+    void holds(const std::vector<Bytes>& expected) {
+        EXPECT_EQ(dir.read("FBPS1.DAT"), join(expected));
+        std::vector<Bytes> read;
+        ASSERT_TRUE(files.readAll(FileKind::Stats, read));
+        EXPECT_EQ(read, expected);
+        EXPECT_FALSE(dir.exists("FBPS1.DAT.tmp"));
+    }
+    // The one message shown, as text / title.
+    std::string shown() const {
+        return prompter.shown.size() == 1 ? prompter.shown[0].text + " / " + prompter.shown[0].title
+                                          : std::to_string(prompter.shown.size()) + " messages";
+    }
+};
+
+// The full-disk message: the handler's words and the system's own text for the error.
+::testing::AssertionResult isNoSpaceMessage(const std::string& shown) {
+#ifdef _WIN32
+    const std::string prefix = "Unrecoverable Error - ";
+    if (shown.starts_with(prefix) &&
+        shown.size() > prefix.size() + std::string(" / Error").size() &&
+        shown.ends_with(" / Error"))
+        return ::testing::AssertionSuccess();
+#else
+    if (shown == "Unrecoverable Error - No space left on device / Error")
+        return ::testing::AssertionSuccess();
+#endif
+    return ::testing::AssertionFailure() << "shown: " << shown;
+}
+
+} // namespace
+
+TEST_F(Faults, AWriteThatStopsHalfwayLeavesTheOldFileAndEndsTheProgram) {
+    for (Fault fault : {Fault::NoSpace, Fault::ReadOnly}) {
+        prompter.shown.clear();
+        FaultInjector faults(faultOn(Call::Write, "FBPS1.DAT.tmp", fault));
+        EXPECT_EQ(files.replaceAll(FileKind::Stats, after).kind(), ErrorKind::ProgramEnded);
+        if (fault == Fault::NoSpace)
+            EXPECT_TRUE(isNoSpaceMessage(shown()));
+        else
+            EXPECT_EQ(shown(), "Disk write-protected / Disk Error");
+        holds(before);
+    }
+    EXPECT_EQ(prompter.endCalls, 2);
+}
+
+TEST_F(Faults, RetryAfterADiskNotReadyFinishesTheWrite) {
+    FaultInjector faults(faultOn(Call::Write, "FBPS1.DAT.tmp", Fault::NotReady, 2));
+    prompter.answers = {Answer::Retry, Answer::Retry};
+    ASSERT_TRUE(files.replaceAll(FileKind::Stats, after));
+    ASSERT_EQ(prompter.shown.size(), 2u);
+    EXPECT_EQ(prompter.shown[1].buttons, Buttons::RetryCancel);
+    EXPECT_EQ(prompter.shown[1].title, "Error");
+    EXPECT_EQ(prompter.endCalls, 0);
+    holds(after);
+
+    // A record written in place: the half-written record is written whole again.
+    faults.decide(faultOn(Call::Write, "FBPS1.DAT", Fault::NotReady));
+    StatRecord r = StatRecord::decode(after[3]);
+    r.values[0] = 77;
+    ASSERT_TRUE(files.statRecord(Access::Write, 4, r));
+    std::vector<Bytes> expected = after;
+    expected[3] = r.encode();
+    holds(expected);
+    EXPECT_EQ(prompter.shown.size(), 3u);
+}
+
+TEST_F(Faults, CancelAfterADiskNotReadyEndsTheProgramWithTheOldFile) {
+    FaultInjector faults(faultOn(Call::Write, "FBPS1.DAT.tmp", Fault::NotReady));
+    prompter.answers = {Answer::Cancel};
+    EXPECT_EQ(files.replaceAll(FileKind::Stats, after).kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(prompter.endCalls, 1);
+    holds(before);
+}
+
+TEST_F(Faults, ATemporaryFileRemovedWhileItIsWrittenLeavesTheOldFile) {
+    // The temporary file vanishes while it is written: the rename finds nothing to rename.
+    FaultInjector faults([](const platform::CallInfo& call, int) {
+        if (call.call == Call::Write && FaultInjector::nameOf(call.path) == "FBPS1.DAT.tmp")
+            std::filesystem::remove(call.path);
+        return platform::Injection{};
+    });
+    EXPECT_EQ(files.replaceAll(FileKind::Stats, after).kind(), ErrorKind::ProgramEnded);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+#ifndef _WIN32
+    EXPECT_EQ(shown(), "Unrecoverable Error - No such file or directory / Error");
+#endif
+    holds(before);
+}
+
+TEST_F(Faults, ARecordWrittenIntoARemovedFileIsReportedNotLost) {
+    // The team list vanishes under a record written in place: the record would go into a file
+    // nobody can open again, so the write is refused.
+    TeamRecord t{"Ravens", "RAV", ""};
+    ASSERT_TRUE(data.teamRecord(Access::Write, 1, t));
+    bool removedAtOnce = true;
+    FaultInjector faults([&](const platform::CallInfo& call, int) {
+        if (call.call == Call::Write && FaultInjector::nameOf(call.path) == "FBTEAMS.DAT") {
+            std::filesystem::remove(call.path);
+            removedAtOnce = !std::filesystem::exists(call.path);
+        }
+        return platform::Injection{};
+    });
+    const Status s = data.teamRecord(Access::Write, 2, t);
+    if (!removedAtOnce)
+        GTEST_SKIP() << "this system removes an open file only once it is closed";
+    EXPECT_EQ(s.kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(shown(), "Unrecoverable Error - No such file or directory / Error");
+}
+
+TEST_F(Faults, AFailedRenameLeavesTheOldFileAndNoTemporaryFile) {
+    FaultInjector faults(faultOn(Call::Rename, "FBPS1.DAT.tmp", Fault::ReadOnly));
+    EXPECT_EQ(files.replaceAll(FileKind::Stats, after).kind(), ErrorKind::ProgramEnded);
+    EXPECT_EQ(shown(), "Disk write-protected / Disk Error");
+    holds(before);
+}
+
+TEST_F(Faults, AFailedFlushIsReportedBeforeTheNewFileTakesOver) {
+    // Space is often found missing only when the data goes to the disk.
+    FaultInjector faults(faultOn(Call::Flush, "FBPS1.DAT.tmp", Fault::NoSpace));
+    EXPECT_EQ(files.replaceAll(FileKind::Stats, after).kind(), ErrorKind::ProgramEnded);
+    EXPECT_TRUE(isNoSpaceMessage(shown()));
+    holds(before);
+
+    // A record written in place is reported when its flush fails.
+    faults.decide(faultOn(Call::Flush, "FBPS1.DAT", Fault::NoSpace));
+    prompter.shown.clear();
+    StatRecord r = StatRecord::decode(before[0]);
+    EXPECT_EQ(files.statRecord(Access::Write, 1, r).kind(), ErrorKind::ProgramEnded);
+    EXPECT_TRUE(isNoSpaceMessage(shown()));
+}
+
+// Files replaced together: a failure before the journal exists leaves every file as before; one
+// after it is finished by the next opening of the data directory.
+TEST_F(Faults, FilesReplacedTogetherComeOutAllOldOrAllNew) {
+    const std::vector<Bytes> oldGames(3, GameRecord{.gameNumber = 1}.encode()),
+        newGames(4, GameRecord{.gameNumber = 2}.encode());
+    ASSERT_TRUE(files.replaceAll(FileKind::Games, oldGames));
+    const auto replace = [&] {
+        return files.replaceTogether({{FileKind::Stats, after}, {FileKind::Games, newGames}});
+    };
+    const auto filesAre = [&](const std::vector<Bytes>& stats, const std::vector<Bytes>& games) {
+        DataFiles reopened(data.paths(), prompter);
+        EXPECT_TRUE(reopened.team(1).openFile(FileKind::Stats));
+        EXPECT_EQ(dir.read("FBPS1.DAT"), join(stats));
+        EXPECT_EQ(dir.read("FBGS1.DAT"), join(games));
+        EXPECT_FALSE(dir.exists(kJournalFileName));
+        EXPECT_FALSE(dir.exists("FBPS1.DAT.tmp"));
+        EXPECT_FALSE(dir.exists("FBGS1.DAT.tmp"));
+    };
+    {
+        FaultInjector faults(faultOn(Call::Rename, "FBJOURNL.TMP.tmp", Fault::NoSpace));
+        EXPECT_EQ(replace().kind(), ErrorKind::ProgramEnded);
+        EXPECT_TRUE(isNoSpaceMessage(shown()));
+    }
+    filesAre(before, oldGames);
+    {
+        prompter.shown.clear();
+        FaultInjector faults(faultOn(Call::Rename, "FBGS1.DAT.tmp", Fault::ReadOnly));
+        EXPECT_EQ(replace().kind(), ErrorKind::ProgramEnded);
+        EXPECT_EQ(shown(), "Disk write-protected / Disk Error");
+        // Decided but not finished: the statistics are new, the games not yet.
+        EXPECT_EQ(dir.read("FBPS1.DAT"), join(after));
+        EXPECT_TRUE(dir.exists(kJournalFileName));
+    }
+    filesAre(after, newGames);
+}
