@@ -2,13 +2,15 @@
 
 #include "Records.h"
 
-#include <vector>
+#include <algorithm>
+#include <string_view>
 
 namespace scorvane {
 namespace {
 
-// The fixed columns of each category after "G", in column order.
-const std::array<std::vector<const char*>, kCategoryCount> kFixedColumns = {{
+// The fixed columns of each category after "G", in column order; an empty name ends a list.
+// Constant-initialised, so that a column table built before main can read them.
+constexpr std::array<std::array<std::string_view, 17>, kCategoryCount> kFixedColumns = {{
     {"Att", "Cm", "Yds", "Int", "TD", "Sk", "Lg", "Big", "F", "FL", "XPt", "Pen", "FD", "Pct",
      "Avg", "Rtg", "Pts"},
     {"Rec", "Yds", "TD", "Lg", "Big", "YAC", "FD", "Tgt", "XPt", "Pen", "F", "FL", "Y@C", "Avg",
@@ -34,8 +36,9 @@ void ColumnTable::build(const ConfigRecord& config) {
         slots.fill("   ");
         std::size_t i = 1;
         slots[i++] = fit("G", width::columnName);
-        for (const char* name : kFixedColumns[ks])
-            slots[i++] = fit(name, width::columnName);
+        for (std::string_view name : kFixedColumns[ks])
+            if (!name.empty())
+                slots[i++] = fit(name, width::columnName);
         for (std::size_t u = 0; u < 5; ++u)
             slots[i++] = fit(config.userColumns[ks][u], width::columnName);
     }
@@ -50,7 +53,12 @@ std::string ColumnTable::columnName(char category, int index) const {
 
 int ColumnTable::columnCount(char category) {
     const int k = categoryIndex(category);
-    return k < 0 ? 0 : static_cast<int>(kFixedColumns[static_cast<std::size_t>(k)].size()) + 6;
+    if (k < 0)
+        return 0;
+    const auto& fixed = kFixedColumns[static_cast<std::size_t>(k)];
+    return static_cast<int>(std::count_if(fixed.begin(), fixed.end(),
+                                          [](std::string_view name) { return !name.empty(); })) +
+           6;
 }
 
 } // namespace scorvane

@@ -19,7 +19,7 @@ constexpr std::array<std::size_t, kCategoryCount> kSortOffset = {312, 315, 318, 
 
 using ColumnList = std::array<std::int16_t, ConfigRecord::ColumnListLength>;
 
-ColumnList makeList(std::initializer_list<std::int16_t> codes) {
+constexpr ColumnList makeList(std::initializer_list<std::int16_t> codes) {
     ColumnList list{};
     std::size_t i = 0;
     for (auto c : codes)
@@ -27,8 +27,9 @@ ColumnList makeList(std::initializer_list<std::int16_t> codes) {
     return list;
 }
 
-// The report formats every category starts with: the columns in print order.
-const std::array<ColumnList, kCategoryCount> kDefaultLists = {
+// The report formats every category starts with: the columns in print order. Constant-initialised,
+// so that objects built before main (a column table, a default configuration) can read them.
+constexpr std::array<ColumnList, kCategoryCount> kDefaultLists = {
     makeList({1, 2, 3, 15, 4, 16, 8, 9, 14, 5, 7, 10, 11, 13, 17, 6, 12, 18}),
     makeList({1, 9, 2, 3, 15, 5, 6, 14, 7, 8, 17, 12, 13, 11, 4, 10, 16}),
     makeList({1, 2, 3, 7, 4, 12, 6, 9, 10, 11, 5, 8, 13}),
@@ -39,7 +40,7 @@ const std::array<ColumnList, kCategoryCount> kDefaultLists = {
 
 // Passing by yards, receiving by receptions, rushing by yards, defense by tackles; kicking and
 // returns by games played.
-const std::array<SortSetting, kCategoryCount> kDefaultSorts = {
+constexpr std::array<SortSetting, kCategoryCount> kDefaultSorts = {
     SortSetting{4, 'D'}, SortSetting{2, 'D'}, SortSetting{3, 'D'},
     SortSetting{2, 'D'}, SortSetting{1, 'D'}, SortSetting{1, 'D'}};
 
