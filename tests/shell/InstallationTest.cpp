@@ -4,6 +4,7 @@
 #include "shell/Help.h"
 #include "shell/Startup.h"
 #include "storage/ConfigRecord.h"
+#include "storage/Platform.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
@@ -26,12 +27,22 @@ Environment environment(std::map<std::string, std::string> vars) {
     };
 }
 
+// Two spellings of one folder or file: Windows takes either separator.
+::testing::AssertionResult samePlace(const std::string& a, const std::string& b) {
+    if (std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal())
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << '"' << a << "\" is not \"" << b << '"';
+}
+
 // An installation as `cmake --install` lays it out: the program in bin/, the default
 // configuration, the help pages and the sample season in share/scorvane/; and a home folder.
 struct Installed {
     testing::TempDir prefix, home;
     testing::FakePrompter prompter;
-    Environment env = environment({{"HOME", home.path().string()}});
+    // The home folder's variables on both kinds of system.
+    Environment env = environment({{"HOME", home.path().string()},
+                                   {"APPDATA", (home.path() / ".config").string()},
+                                   {"LOCALAPPDATA", (home.path() / ".local/share").string()}});
     ConfigRecord defaults = ConfigRecord::defaults();
 
     Installed() {
@@ -46,10 +57,23 @@ struct Installed {
             prefix.write(std::string("share/scorvane/sample-season/") + name, filler(120, name[3]));
     }
     std::string program() const { return prefix.dir() + "bin/"; }
-    std::string userConfig() const { return home.dir() + ".config/scorvane/BXFB.INI"; }
+    // Absolute, so home.read() and home.write() take it as it is.
+    std::string userConfig() const { return userConfigDirectory(env) + "BXFB.INI"; }
 };
 
 TEST(Installation, UserFoldersFollowTheEnvironment) {
+    EXPECT_EQ(sharedDirectory("/opt/scorvane/bin/"), "/opt/scorvane/share/scorvane/");
+    if (platform::isWindows()) {
+        const auto win = environment({{"APPDATA", "C:/Users/coach/AppData/Roaming"},
+                                      {"LOCALAPPDATA", "C:/Users/coach/AppData/Local"}});
+        EXPECT_EQ(userConfigDirectory(win), "C:/Users/coach/AppData/Roaming/Scorvane/");
+        EXPECT_EQ(userDataDirectory(win), "C:/Users/coach/AppData/Local/Scorvane/");
+        EXPECT_EQ(newDataDirectory(win), "C:/Users/coach/AppData/Local/Scorvane/My Teams/");
+        // Without a local folder the roaming one holds the data too; without either, nothing.
+        EXPECT_EQ(userDataDirectory(environment({{"APPDATA", "C:/R"}})), "C:/R/Scorvane/");
+        EXPECT_EQ(userConfigDirectory(environment({{"HOME", "C:/h"}})), "");
+        return;
+    }
     const auto home = environment({{"HOME", "/home/coach"}});
     EXPECT_EQ(userConfigDirectory(home), "/home/coach/.config/scorvane/");
     EXPECT_EQ(userDataDirectory(home), "/home/coach/.local/share/scorvane/");
@@ -63,7 +87,6 @@ TEST(Installation, UserFoldersFollowTheEnvironment) {
     EXPECT_EQ(userConfigDirectory(environment({{"HOME", "/h"}, {"XDG_CONFIG_HOME", "rel"}})),
               "/h/.config/scorvane/");
     EXPECT_EQ(userConfigDirectory(environment({})), "");
-    EXPECT_EQ(sharedDirectory("/opt/scorvane/bin/"), "/opt/scorvane/share/scorvane/");
 }
 
 TEST(Installation, TheProgramsOwnConfigurationWinsAndAMissingOneIsReportedAsEver) {
@@ -88,8 +111,8 @@ TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
     EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session),
               StartupOutcome::NeedDataDirectory);
     EXPECT_TRUE(i.prompter.shown.empty());
-    EXPECT_EQ(session.configPath, i.userConfig());
-    const Bytes made = i.home.read(".config/scorvane/BXFB.INI");
+    EXPECT_TRUE(samePlace(session.configPath, i.userConfig()));
+    const Bytes made = i.home.read(i.userConfig());
     ASSERT_EQ(made.size(), ConfigRecord::Length);
     ConfigRecord expected = i.defaults;
     expected.dataDirectory = std::string(145, ' ');
@@ -105,34 +128,33 @@ TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
     data.write("FBTEAMS.DAT", Bytes(40, ' '));
     ConfigRecord chosen = expected;
     chosen.dataDirectory = fit(data.dir(), 145);
-    i.home.write(".config/scorvane/BXFB.INI", chosen.encode());
+    i.home.write(i.userConfig(), chosen.encode());
     session = {};
     EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session), StartupOutcome::Ready);
     EXPECT_EQ(session.paths.dataDirectory, data.dir());
-    EXPECT_EQ(i.home.read(".config/scorvane/BXFB.INI"), chosen.encode());
+    EXPECT_EQ(i.home.read(i.userConfig()), chosen.encode());
 }
 
 TEST(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
     Installed i;
-    EXPECT_EQ(findHelpDirectory(i.program()), i.prefix.dir() + "share/scorvane/help/");
-    EXPECT_EQ(findHelpPage(i.prompter, i.program(), 10),
-              i.prefix.dir() + "share/scorvane/help/topic10.html");
+    EXPECT_TRUE(samePlace(findHelpDirectory(i.program()), i.prefix.dir() + "share/scorvane/help/"));
+    EXPECT_TRUE(samePlace(findHelpPage(i.prompter, i.program(), 10),
+                          i.prefix.dir() + "share/scorvane/help/topic10.html"));
     EXPECT_TRUE(i.prompter.shown.empty());
     std::filesystem::create_directories(i.prefix.path() / "bin/help");
-    EXPECT_EQ(findHelpDirectory(i.program()), i.program() + "help/");
+    EXPECT_TRUE(samePlace(findHelpDirectory(i.program()), i.program() + "help/"));
 
     const std::string sample = sampleSeasonDirectory(i.program());
-    EXPECT_EQ(sample, i.prefix.dir() + "share/scorvane/sample-season/");
+    EXPECT_TRUE(samePlace(sample, i.prefix.dir() + "share/scorvane/sample-season/"));
     const std::string copy = sampleCopyDirectory(i.env);
     ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
     EXPECT_EQ(snapshot(copy), snapshot(sample));
 
     // A copy made before is the user's now: it is kept as it is.
-    i.home.write(".local/share/scorvane/Sample Season/FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
+    i.home.write(copy + "FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
     std::filesystem::remove(std::filesystem::path(copy) / "FBGS1.DAT");
     ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
-    EXPECT_EQ(i.home.read(".local/share/scorvane/Sample Season/FBTEAMS.DAT"),
-              (Bytes{'m', 'i', 'n', 'e'}));
+    EXPECT_EQ(i.home.read(copy + "FBTEAMS.DAT"), (Bytes{'m', 'i', 'n', 'e'}));
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(copy) / "FBGS1.DAT"));
 }
 
