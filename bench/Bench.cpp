@@ -222,6 +222,7 @@ int main(int argc, char** argv) {
             std::vector<TeamSeason> teams(1);
             check(readTeamSeason(paths, kLargeTeam, teams[0]), "reading the season");
             StatReport r = ComputeStatistics('P', teams, Selection{});
+            check(r.status, "reading the statistics");
             sortPlayers(r, 4, 'D');
             const ColumnTable table;
             const std::vector<int> columns = formatColumns(defaultFormat('P'));

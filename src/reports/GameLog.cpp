@@ -29,19 +29,30 @@ GameLog computeGameLog(char category, const TeamSeason& team, const Selection& s
     player.playerNumber = playerNumber;
     player.playerName.clear();
 
-    // The player's records of the category, by game, in one pass over the statistics.
-    std::map<int, std::vector<Bytes>> byGame;
-    for (const Bytes& rec : team.stats) {
-        const StatHeader h = StatHeader::decode(rec);
-        if (h.isLive() && h.category == category && h.playerNumber == playerNumber)
-            byGame[h.gameNumber].push_back(rec);
-    }
-
+    // The player's records of the category, by game, in one pass over the statistics; the rest of
+    // the work is done on these alone.
+    std::map<int, StatRecords> byGame;
     TeamSeason one;
     one.number = team.number;
     one.name = team.name;
     one.shortName = team.shortName;
     one.players = team.players;
+    log.status = team.stats.forEach([&](ByteView rec) {
+        const StatHeader h = StatHeader::decode(rec);
+        if (h.isLive() && h.category == category && h.playerNumber == playerNumber) {
+            byGame[h.gameNumber].push_back(rec);
+            one.stats.push_back(rec);
+        }
+    });
+    if (!log.status)
+        return log;
+
+    // The season line first, from every record of the player.
+    one.games = team.games;
+    const StatReport season = ComputeStatistics(category, {one}, player);
+    if (const PlayerFigures* line = lineOf(season, playerNumber))
+        log.season = *line;
+
     for (const GameRecord& g : team.games) {
         const auto it = byGame.find(g.gameNumber);
         if (it == byGame.end() || !selection.countsGame(g))
@@ -55,11 +66,7 @@ GameLog computeGameLog(char category, const TeamSeason& team, const Selection& s
         if (const PlayerFigures* line = lineOf(report, playerNumber))
             log.games.push_back({g, *line});
     }
-
-    const StatReport season = ComputeStatistics(category, {team}, player);
     log.overflows.insert(log.overflows.end(), season.overflows.begin(), season.overflows.end());
-    if (const PlayerFigures* line = lineOf(season, playerNumber))
-        log.season = *line;
     return log;
 }
 

@@ -25,6 +25,7 @@ struct GameLog {
     std::vector<GameLogEntry> games; // the selected games in which he has a record, in game order
     PlayerFigures season;            // the report's line of the same games
     std::vector<OverflowNote> overflows;
+    Status status; // not ok when the statistics could not be read: the log is then empty
 
     bool empty() const { return games.empty(); }
 };

@@ -466,6 +466,8 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
         if (number == 0 || team.players[static_cast<std::size_t>(number)].empty())
             return usageError("--player: no player \"" + *o.player + "\" on the roster");
         const GameLog log = computeGameLog(o.category, team, selection, number);
+        if (!log.status)
+            return Failure{log.status.message()};
         if (!log.overflows.empty()) {
             for (const auto& note : log.overflows)
                 err << describeLine(note, o.category, table, teams) << '\n';
@@ -481,6 +483,8 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
         return writeLines(o, tablePages(logReport, print), out);
     }
     document.report = ComputeStatistics(o.category, teams, selection);
+    if (!document.report.status)
+        return Failure{document.report.status.message()};
     if (!document.report.overflows.empty()) {
         for (const auto& note : document.report.overflows)
             err << describeLine(note, o.category, table, teams) << '\n';

@@ -3,6 +3,8 @@
 #include "storage/FileNames.h"
 #include "storage/RecordFile.h"
 
+#include <algorithm>
+
 namespace scorvane {
 namespace {
 
@@ -23,6 +25,12 @@ template <class R> std::vector<R> decodeRecords(const std::vector<Bytes>& raw) {
 }
 
 } // namespace
+
+void StatRecords::push_back(ByteView record) {
+    const std::size_t n = std::min(record.size(), Length);
+    memory_.insert(memory_.end(), record.begin(), record.begin() + static_cast<std::ptrdiff_t>(n));
+    memory_.insert(memory_.end(), Length - n, 0);
+}
 
 std::string TeamSeason::playerName(int number) const {
     if (!isPlayerNumber(number) || players[static_cast<std::size_t>(number)].empty())
@@ -52,7 +60,12 @@ Status loadTeamSeason(DataFiles& data, int team, TeamSeason& season) {
             return s;
     if (!there(FileKind::Stats))
         return Status::ok();
-    return files.readAll(FileKind::Stats, season.stats);
+    // Opened here so that a file that cannot be read meets the disk error handler now; the
+    // records themselves are read by each pass over them.
+    if (Status s = files.openFile(FileKind::Stats); !s)
+        return s;
+    season.stats.readFrom(files.fileName(FileKind::Stats));
+    return Status::ok();
 }
 
 Status readRecordsReadOnly(const std::string& path, std::size_t recordLength,
@@ -112,8 +125,12 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
         !s)
         return s;
     season.games = decodeRecords<GameRecord>(raw);
-    return readRecordsReadOnly(fileName(FileKind::Stats, paths, team), StatRecord::Length,
-                               season.stats, exists);
+    // The statistics are read by each pass over them; here only whether the file can be read.
+    const std::string statsPath = fileName(FileKind::Stats, paths, team);
+    if (Status s = openForReading(statsPath, exists); !s)
+        return Status::error(s.kind(), "Cannot read " + statsPath + ": " + s.message(), s.code());
+    season.stats.readFrom(statsPath);
+    return Status::ok();
 }
 
 Status viewTeamSeason(DataFiles& data, int team, TeamSeason& season) {

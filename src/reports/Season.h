@@ -2,6 +2,7 @@
 
 #include "storage/DataFiles.h"
 #include "storage/FileNames.h"
+#include "storage/RecordFile.h"
 #include "storage/Records.h"
 #include "storage/Status.h"
 
@@ -10,6 +11,41 @@
 #include <vector>
 
 namespace scorvane {
+
+// A team's player statistics records in file order, each StatRecord::Length bytes. A season read
+// from its files leaves them in the statistics file, and every pass reads the file again a piece
+// at a time: an archive of a million records is never held whole. Records added with push_back
+// (one game's records, a season made in memory) are kept in one buffer, after the file's.
+class StatRecords {
+public:
+    static constexpr std::size_t Length = StatRecord::Length;
+
+    // The records are those of this file (none when it does not exist), read at each pass.
+    void readFrom(std::string path) { path_ = std::move(path); }
+    // A record kept in memory, cut or zero-filled to the record length: a short record reads as
+    // the decoders read it.
+    void push_back(ByteView record);
+
+    // Calls visit(ByteView record) for every record in order. A file that cannot be read to its end
+    // ends the pass with the read's status; the records visited before stand.
+    template <class Visit> [[nodiscard]] Status forEach(Visit&& visit) const {
+        const auto visitPiece = [&](ByteView piece) {
+            for (std::size_t at = 0; at + Length <= piece.size(); at += Length)
+                visit(piece.subspan(at, Length));
+        };
+        if (!path_.empty()) {
+            bool exists = false;
+            if (Status s = readRecordPieces(path_, Length, visitPiece, exists); !s)
+                return s;
+        }
+        visitPiece(ByteView(memory_));
+        return Status::ok();
+    }
+
+private:
+    std::string path_;
+    Bytes memory_;
+};
 
 // Everything a report reads of one team, held in memory: its names, its roster, its games and
 // its player statistics records. Texts are the stored Windows-1252 bytes.
@@ -20,7 +56,7 @@ struct TeamSeason {
     // The roster by player number: the 17-character name, or empty for a number not in use.
     std::array<std::string, kMaxPlayers + 1> players;
     std::vector<GameRecord> games;
-    std::vector<Bytes> stats; // raw 110-byte records in file order
+    StatRecords stats;
 
     // The name a line of the report shows for a player: the roster name, or spaces.
     std::string playerName(int number) const;

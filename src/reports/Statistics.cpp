@@ -4,6 +4,7 @@
 #include "storage/TextUtil.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -49,6 +50,41 @@ constexpr int PRt = 2, PAv = 3, PFC = 4, PF = 5, PTD = 6, PLg = 7, PYd = 8, KRt 
               KFC = 11, KF = 12, KTD = 13, KLg = 14, KYd = 15;
 }
 
+// A set of game numbers (0..32767, as stored in 16 bits) kept as a bitmap: a report adds one for
+// each of up to a million records.
+class GameSet {
+public:
+    void insert(int game) {
+        if (game < 0 || game > kInt16Max)
+            return;
+        if (bits_.empty())
+            bits_.resize(kWords);
+        std::uint64_t& word = bits_[static_cast<std::size_t>(game) / 64];
+        const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(game) % 64);
+        if ((word & bit) == 0)
+            ++count_;
+        word |= bit;
+    }
+    void insert(const GameSet& other) {
+        if (other.bits_.empty())
+            return;
+        if (bits_.empty())
+            bits_.resize(kWords);
+        count_ = 0;
+        for (std::size_t i = 0; i < kWords; ++i) {
+            bits_[i] |= other.bits_[i];
+            count_ += static_cast<std::size_t>(std::popcount(bits_[i]));
+        }
+    }
+    std::size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
+
+private:
+    static constexpr std::size_t kWords = (kInt16Max + 1) / 64;
+    std::vector<std::uint64_t> bits_;
+    std::size_t count_ = 0;
+};
+
 // One player's running sums while the records are read. 64-bit, so that a sum that leaves the
 // 32-bit range can be told rather than wrapped.
 struct Sums {
@@ -57,7 +93,7 @@ struct Sums {
     std::array<long long, kMaxColumnCode + 1> made{};
     std::array<long long, kMaxColumnCode + 1> attempted{};
     long long puntYards = 0;
-    std::set<int> games;
+    GameSet games;
 
     // A longest-gain column takes the first counted value as it is (so a negative longest gain
     // shows when every counted one is negative), then only greater ones.
@@ -79,17 +115,34 @@ bool has(int marks, int bit) {
     return (marks & bit) != 0;
 }
 
-void addCategoryRecord(char category, const StatRecord& record, Sums& sums) {
+// Where the entered columns of a category lie in its records, worked out once per report rather
+// than once per record.
+struct EnteredColumn {
+    int code = 0;
+    std::size_t slot = 0;
+    bool longest = false;
+};
+std::vector<EnteredColumn> enteredColumns(char category) {
+    std::vector<EnteredColumn> columns;
     const int count = ColumnTable::columnCount(category);
     for (int code = 2; code <= count; ++code) {
         const int slot = statSlot(category, code);
         if (slot < 0 || slot >= static_cast<int>(StatRecord::ValueCount))
             continue;
-        const long long v = record.values[static_cast<std::size_t>(slot)];
-        if (columnKind(category, code) == ColumnKind::Longest)
-            sums.longest(code, v);
+        columns.push_back({code, static_cast<std::size_t>(slot),
+                           columnKind(category, code) == ColumnKind::Longest});
+    }
+    return columns;
+}
+
+void addCategoryRecord(const std::vector<EnteredColumn>& columns,
+                       const std::array<std::int16_t, StatRecord::ValueCount>& values, Sums& sums) {
+    for (const EnteredColumn& c : columns) {
+        const long long v = values[c.slot];
+        if (c.longest)
+            sums.longest(c.code, v);
         else
-            sums.add(code, v);
+            sums.add(c.code, v);
     }
 }
 
@@ -316,31 +369,34 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
     if (categoryIndex(category) < 0)
         return report;
 
+    const std::vector<EnteredColumn> columns = enteredColumns(category);
     Sums total;
     long long totalGames = 0;
     for (const TeamSeason& team : teams) {
-        // The selected games of the team, by number.
-        std::set<int> selected;
+        // The selected games of the team, marked by number (game numbers are 16-bit).
+        std::vector<bool> selected(std::numeric_limits<std::int16_t>::max() + 1, false);
         for (const GameRecord& g : team.games)
-            if (selection.countsGame(g))
-                selected.insert(g.gameNumber);
+            if (g.gameNumber >= 0 && selection.countsGame(g))
+                selected[static_cast<std::size_t>(g.gameNumber)] = true;
 
         std::array<Sums, kMaxPlayers + 1> sums{};
-        for (const Bytes& raw : team.stats) {
+        const Status read = team.stats.forEach([&](ByteView raw) {
             const StatHeader h = StatHeader::decode(raw);
             if (!h.isLive() || h.category != category || !isPlayerNumber(h.playerNumber) ||
-                selected.count(h.gameNumber) == 0)
-                continue;
+                h.gameNumber < 0 || !selected[static_cast<std::size_t>(h.gameNumber)])
+                return;
             Sums& s = sums[static_cast<std::size_t>(h.playerNumber)];
             s.games.insert(h.gameNumber);
             if (isListCategory(category))
                 addListRecord(category, StatListRecord::decode(raw), s);
             else
-                addCategoryRecord(category, StatRecord::decode(raw), s);
-        }
+                addCategoryRecord(columns, StatRecord::decodeValues(raw), s);
+        });
+        if (!read && report.status)
+            report.status = read;
 
         // Listing in roster order; the totals gather what the listed players did.
-        std::set<int> teamGames;
+        GameSet teamGames;
         for (int number = 1; number <= kMaxPlayers; ++number) {
             const Sums& s = sums[static_cast<std::size_t>(number)];
             const std::string name = team.playerName(number);
@@ -356,7 +412,7 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
             noteOverflows(category, f, report.overflows);
             report.players.push_back(std::move(f));
 
-            teamGames.insert(s.games.begin(), s.games.end());
+            teamGames.insert(s.games);
             for (int code = 2; code <= kMaxColumnCode; ++code) {
                 const auto c = static_cast<std::size_t>(code);
                 if (columnKind(category, code) == ColumnKind::Longest) {

@@ -62,6 +62,9 @@ struct StatReport {
     // Pts and Y@C columns worked out again from the summed counts.
     PlayerFigures totals;
     std::vector<OverflowNote> overflows;
+    // Not ok when a statistics file could not be read to its end: the figures are then short of
+    // the records after the failure and must not be shown as the season's.
+    Status status;
 
     bool empty() const { return players.empty(); }
 };

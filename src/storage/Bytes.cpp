@@ -1,23 +1,25 @@
 #include "Bytes.h"
 
 #include <limits>
+#include <stdexcept>
 
 namespace scorvane {
 namespace field {
+
+void throwPastTheEnd(const char* what) {
+    throw std::out_of_range(std::string(what) + ": the field lies past the end of the record");
+}
 
 void putText(Bytes& rec, std::size_t offset, std::size_t width, std::string_view text) {
     for (std::size_t i = 0; i < width; ++i)
         rec.at(offset + i) = i < text.size() ? static_cast<std::uint8_t>(text[i]) : ' ';
 }
 
-std::string getText(const Bytes& rec, std::size_t offset, std::size_t width) {
-    if (offset <= rec.size() && width <= rec.size() - offset)
-        return std::string(rec.begin() + static_cast<std::ptrdiff_t>(offset),
-                           rec.begin() + static_cast<std::ptrdiff_t>(offset + width));
-    std::string out(width, ' ');
-    for (std::size_t i = 0; i < width; ++i)
-        out[i] = static_cast<char>(rec.at(offset + i));
-    return out;
+std::string getText(ByteView rec, std::size_t offset, std::size_t width) {
+    if (offset > rec.size() || width > rec.size() - offset)
+        throwPastTheEnd("field::getText");
+    return std::string(rec.begin() + static_cast<std::ptrdiff_t>(offset),
+                       rec.begin() + static_cast<std::ptrdiff_t>(offset + width));
 }
 
 void putInt16(Bytes& rec, std::size_t offset, std::int16_t value) {
@@ -26,12 +28,7 @@ void putInt16(Bytes& rec, std::size_t offset, std::int16_t value) {
     rec.at(offset + 1) = static_cast<std::uint8_t>(u >> 8);
 }
 
-std::int16_t getInt16(const Bytes& rec, std::size_t offset) {
-    const auto u = static_cast<std::uint16_t>(rec.at(offset) | (rec.at(offset + 1) << 8));
-    return static_cast<std::int16_t>(u);
-}
-
-Bytes sized(const Bytes& bytes, std::size_t n) {
+Bytes sized(ByteView bytes, std::size_t n) {
     Bytes out(n, 0);
     for (std::size_t i = 0; i < n && i < bytes.size(); ++i)
         out[i] = bytes[i];

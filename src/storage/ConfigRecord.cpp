@@ -112,7 +112,7 @@ Bytes ConfigRecord::encode() const {
     return rec;
 }
 
-ConfigRecord ConfigRecord::decode(const Bytes& bytes) {
+ConfigRecord ConfigRecord::decode(ByteView bytes) {
     const Bytes rec = sized(bytes, Length);
     ConfigRecord c;
     c.firstWord = getInt16(rec, 0);

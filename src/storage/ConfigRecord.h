@@ -43,7 +43,7 @@ struct ConfigRecord {
     ConfigRecord();
 
     Bytes encode() const;
-    static ConfigRecord decode(const Bytes& bytes);
+    static ConfigRecord decode(ByteView bytes);
     // Builds the current layout from a record of the older 669-byte layout: everything the older
     // record holds is copied, the three newer categories get their default sorts and column lists.
     static ConfigRecord upgradeLegacy(const Bytes& legacy);

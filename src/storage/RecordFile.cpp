@@ -24,16 +24,15 @@ long long offsetOf(int recordNumber, std::size_t recordLength) {
     return static_cast<long long>(recordNumber - 1) * static_cast<long long>(recordLength);
 }
 
-// Every whole record of an open file, read a piece at a time so that a large file is never held
-// twice; a trailing piece of a record is left out.
-Status readRecordsFrom(const platform::File& file, std::size_t recordLength,
-                       std::vector<Bytes>& records) {
+// Every whole record of an open file, handed to `use` about 1 MiB of records at a time, so that a
+// large file is never held whole; a trailing piece of a record is left out.
+Status forEachPieceOf(const platform::File& file, std::size_t recordLength,
+                      const std::function<void(ByteView records)>& use) {
     long long bytes = 0;
     if (Status s = platform::fileSize(file, bytes); !s)
         return s;
     const auto n = static_cast<std::size_t>(bytes / static_cast<long long>(recordLength));
-    records.reserve(records.size() + n);
-    const std::size_t perPiece = std::max<std::size_t>(1, (4u << 20) / recordLength);
+    const std::size_t perPiece = std::max<std::size_t>(1, (1u << 20) / recordLength);
     Bytes piece(std::min(perPiece, n) * recordLength);
     long long offset = 0;
     for (std::size_t done = 0; done < n;) {
@@ -42,16 +41,27 @@ Status readRecordsFrom(const platform::File& file, std::size_t recordLength,
         if (Status s = platform::readAt(file, offset, piece.data(), wanted, got); !s)
             return s;
         const std::size_t whole = got / recordLength;
-        for (std::size_t i = 0; i < whole; ++i)
-            records.emplace_back(piece.begin() + static_cast<std::ptrdiff_t>(i * recordLength),
-                                 piece.begin() +
-                                     static_cast<std::ptrdiff_t>((i + 1) * recordLength));
+        use(ByteView(piece.data(), whole * recordLength));
         if (got < wanted)
             break; // the file was cut short meanwhile
         done += whole;
         offset += static_cast<long long>(got);
     }
     return Status::ok();
+}
+
+Status readRecordsFrom(const platform::File& file, std::size_t recordLength,
+                       std::vector<Bytes>& records) {
+    long long bytes = 0;
+    if (Status s = platform::fileSize(file, bytes); !s)
+        return s;
+    records.reserve(records.size() +
+                    static_cast<std::size_t>(bytes / static_cast<long long>(recordLength)));
+    return forEachPieceOf(file, recordLength, [&](ByteView piece) {
+        for (std::size_t at = 0; at < piece.size(); at += recordLength)
+            records.emplace_back(piece.begin() + static_cast<std::ptrdiff_t>(at),
+                                 piece.begin() + static_cast<std::ptrdiff_t>(at + recordLength));
+    });
 }
 
 } // namespace
@@ -247,6 +257,27 @@ Status readRecords(const std::string& path, std::size_t recordLength, std::vecto
         return missing ? Status::ok() : s;
     exists = true;
     return readRecordsFrom(file, recordLength == 0 ? 1 : recordLength, records);
+}
+
+Status openForReading(const std::string& path, bool& exists) {
+    exists = false;
+    platform::File file;
+    bool missing = false;
+    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
+        return missing ? Status::ok() : s;
+    exists = true;
+    return Status::ok();
+}
+
+Status readRecordPieces(const std::string& path, std::size_t recordLength,
+                        const std::function<void(ByteView records)>& use, bool& exists) {
+    exists = false;
+    platform::File file;
+    bool missing = false;
+    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
+        return missing ? Status::ok() : s;
+    exists = true;
+    return forEachPieceOf(file, recordLength == 0 ? 1 : recordLength, use);
 }
 
 Status writeFileAtomically(const std::string& path, const FileContents& contents) {

@@ -4,6 +4,7 @@
 #include "Platform.h"
 #include "Status.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -86,6 +87,13 @@ Status readWholeFile(const std::string& path, Bytes& contents, bool& exists);
 // records and `exists` false. A trailing piece of a record is left out.
 Status readRecords(const std::string& path, std::size_t recordLength, std::vector<Bytes>& records,
                    bool& exists);
+// Opens the file for reading and closes it again: whether it can be read. A missing file is no
+// error (`exists` false).
+Status openForReading(const std::string& path, bool& exists);
+// The same records handed to `use` a piece of many at a time (about 1 MiB, whole records only), for
+// passes over a file too large to hold: only one piece is in memory at once.
+Status readRecordPieces(const std::string& path, std::size_t recordLength,
+                        const std::function<void(ByteView records)>& use, bool& exists);
 // Replaces the file through a temporary file in the same folder and a rename.
 Status writeFileAtomically(const std::string& path, const FileContents& contents);
 Status removeFile(const std::string& path);

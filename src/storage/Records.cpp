@@ -1,6 +1,7 @@
 #include "Records.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace scorvane {
 
@@ -15,7 +16,7 @@ namespace {
 // The record at its full length: the bytes themselves when they are long enough, otherwise a
 // zero-filled copy in `spare`. Records are decoded by the million, so the usual case copies
 // nothing.
-const Bytes& atLeast(const Bytes& bytes, std::size_t n, Bytes& spare) {
+ByteView atLeast(ByteView bytes, std::size_t n, Bytes& spare) {
     if (bytes.size() >= n)
         return bytes;
     spare = sized(bytes, n);
@@ -26,8 +27,10 @@ Bytes blank(std::size_t n) {
     return Bytes(n, ' ');
 }
 
-char getFlag(const Bytes& rec, std::size_t offset) {
-    return static_cast<char>(rec.at(offset));
+char getFlag(ByteView rec, std::size_t offset) {
+    if (offset >= rec.size())
+        throw std::out_of_range("getFlag: the field lies past the end of the record");
+    return static_cast<char>(rec[offset]);
 }
 void putFlag(Bytes& rec, std::size_t offset, char c) {
     rec.at(offset) = static_cast<std::uint8_t>(c);
@@ -53,9 +56,9 @@ Bytes TeamRecord::encode() const {
     return rec;
 }
 
-TeamRecord TeamRecord::decode(const Bytes& bytes) {
+TeamRecord TeamRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     return {getText(rec, 0, width::teamName), getText(rec, 25, width::shortName),
             getText(rec, 35, width::teamTag)};
 }
@@ -68,9 +71,9 @@ Bytes RosterRecord::encode() const {
     return rec;
 }
 
-RosterRecord RosterRecord::decode(const Bytes& bytes) {
+RosterRecord RosterRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     return {getInt16(rec, 0), getText(rec, 2, width::playerName),
             getText(rec, 19, width::rosterExtra)};
 }
@@ -88,9 +91,9 @@ Bytes PlayerInfoRecord::encode() const {
     return rec;
 }
 
-PlayerInfoRecord PlayerInfoRecord::decode(const Bytes& bytes) {
+PlayerInfoRecord PlayerInfoRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     PlayerInfoRecord r;
     r.playerNumber = getInt16(rec, 0);
     r.phone = getText(rec, 2, width::phone);
@@ -135,9 +138,9 @@ Bytes GameRecord::encode() const {
     return rec;
 }
 
-GameRecord GameRecord::decode(const Bytes& bytes) {
+GameRecord GameRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     GameRecord g;
     g.gameNumber = getInt16(rec, 0);
     g.gameStatus = getFlag(rec, 2);
@@ -166,24 +169,15 @@ void StatHeader::encodeInto(Bytes& rec) const {
     putFlag(rec, 7, statSpecialSelect);
 }
 
-StatHeader StatHeader::decode(const Bytes& bytes) {
+StatHeader StatHeader::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, 8, spare);
-    return {getInt16(rec, 0), getInt16(rec, 2), getFlag(rec, 4),
-            getFlag(rec, 5),  getFlag(rec, 6),  getFlag(rec, 7)};
+    const ByteView rec = bytes.size() >= 8 ? bytes : atLeast(bytes, 8, spare);
+    return {getInt16(rec, 0),          getInt16(rec, 2),          static_cast<char>(rec[4]),
+            static_cast<char>(rec[5]), static_cast<char>(rec[6]), static_cast<char>(rec[7])};
 }
 
-StatHeader StatHeader::decodeAt(const Bytes& buffer, std::size_t offset) {
-    if (offset > buffer.size() || buffer.size() - offset < 8)
-        return decode(
-            Bytes(buffer.begin() + static_cast<std::ptrdiff_t>(std::min(offset, buffer.size())),
-                  buffer.end()));
-    const auto int16At = [&](std::size_t at) {
-        return static_cast<std::int16_t>(
-            static_cast<std::uint16_t>(buffer[offset + at] | (buffer[offset + at + 1] << 8)));
-    };
-    const auto flagAt = [&](std::size_t at) { return static_cast<char>(buffer[offset + at]); };
-    return {int16At(0), int16At(2), flagAt(4), flagAt(5), flagAt(6), flagAt(7)};
+StatHeader StatHeader::decodeAt(ByteView buffer, std::size_t offset) {
+    return decode(buffer.subspan(std::min(offset, buffer.size())));
 }
 
 Bytes StatRecord::encode() const {
@@ -195,15 +189,23 @@ Bytes StatRecord::encode() const {
     return rec;
 }
 
-StatRecord StatRecord::decode(const Bytes& bytes) {
+StatRecord StatRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     StatRecord r;
     r.header = StatHeader::decode(rec);
-    for (std::size_t i = 0; i < ValueCount; ++i)
-        r.values[i] = getInt16(rec, 8 + 2 * i);
+    r.values = decodeValues(rec);
     r.tail = getText(rec, 68, 42);
     return r;
+}
+
+std::array<std::int16_t, StatRecord::ValueCount> StatRecord::decodeValues(ByteView bytes) {
+    Bytes spare;
+    const ByteView rec = atLeast(bytes, Length, spare);
+    std::array<std::int16_t, ValueCount> values{};
+    for (std::size_t i = 0; i < ValueCount; ++i)
+        values[i] = getInt16(rec, 8 + 2 * i);
+    return values;
 }
 
 Bytes StatListRecord::encode() const {
@@ -220,9 +222,9 @@ Bytes StatListRecord::encode() const {
     return rec;
 }
 
-StatListRecord StatListRecord::decode(const Bytes& bytes) {
+StatListRecord StatListRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     StatListRecord r;
     r.header = StatHeader::decode(rec);
     for (std::size_t i = 0; i < 5; ++i)
@@ -248,9 +250,9 @@ Bytes ReportFormatRecord::encode() const {
     return rec;
 }
 
-ReportFormatRecord ReportFormatRecord::decode(const Bytes& bytes) {
+ReportFormatRecord ReportFormatRecord::decode(ByteView bytes) {
     Bytes spare;
-    const Bytes& rec = atLeast(bytes, Length, spare);
+    const ByteView rec = atLeast(bytes, Length, spare);
     ReportFormatRecord r;
     r.category = getFlag(rec, 0);
     r.deletionMark = getFlag(rec, 1);

@@ -52,7 +52,7 @@ struct TeamRecord {
     std::string teamTag;   // 5, written as spaces when a team's names are saved
 
     Bytes encode() const;
-    static TeamRecord decode(const Bytes& bytes);
+    static TeamRecord decode(ByteView bytes);
 };
 
 // Roster "FBPN<team>.DAT": one record per player in use, in player-number order.
@@ -63,7 +63,7 @@ struct RosterRecord {
     std::string rosterExtra = std::string(width::rosterExtra, ' '); // carried unchanged
 
     Bytes encode() const;
-    static RosterRecord decode(const Bytes& bytes);
+    static RosterRecord decode(ByteView bytes);
 };
 
 // Player information "FBPI<team>.DAT": one record per player with any contact details.
@@ -80,7 +80,7 @@ struct PlayerInfoRecord {
     // The reserved fields (20 after city, state and zip, 233 at the end) are always written blank.
 
     Bytes encode() const;
-    static PlayerInfoRecord decode(const Bytes& bytes);
+    static PlayerInfoRecord decode(ByteView bytes);
 };
 
 struct PointSums {
@@ -112,7 +112,7 @@ struct GameRecord {
     int gameTypeNumber() const;
 
     Bytes encode() const;
-    static GameRecord decode(const Bytes& bytes);
+    static GameRecord decode(ByteView bytes);
 };
 
 // The eight bytes that start every player statistics record, whatever its layout.
@@ -126,9 +126,9 @@ struct StatHeader {
 
     bool isLive() const { return statStatus == 'A'; }
     void encodeInto(Bytes& rec) const;
-    static StatHeader decode(const Bytes& bytes);
+    static StatHeader decode(ByteView bytes);
     // The header of the record that starts at `offset` of a buffer of many records.
-    static StatHeader decodeAt(const Bytes& buffer, std::size_t offset);
+    static StatHeader decodeAt(ByteView buffer, std::size_t offset);
 };
 
 // Player statistics "FBPS<team>.DAT", category layout (passing, receiving, rushing, defense).
@@ -140,7 +140,9 @@ struct StatRecord {
     std::string tail = std::string(42, ' ');
 
     Bytes encode() const;
-    static StatRecord decode(const Bytes& bytes);
+    static StatRecord decode(ByteView bytes);
+    // Only the entered values, for passes over many records that need nothing else.
+    static std::array<std::int16_t, ValueCount> decodeValues(ByteView bytes);
 };
 
 // One kick or return of a list record.
@@ -162,7 +164,7 @@ struct StatListRecord {
     std::string tail = std::string(2, ' ');
 
     Bytes encode() const;
-    static StatListRecord decode(const Bytes& bytes);
+    static StatListRecord decode(ByteView bytes);
 };
 
 // Saved report formats "FBRPTFMT.DAT" in the report directory.
@@ -177,7 +179,7 @@ struct ReportFormatRecord {
     std::array<std::int16_t, ColumnSlots> columns{}; // entry 0 always 0; 1..31 in print order
 
     Bytes encode() const;
-    static ReportFormatRecord decode(const Bytes& bytes);
+    static ReportFormatRecord decode(ByteView bytes);
 };
 
 } // namespace scorvane

@@ -112,8 +112,9 @@ TEST_P(OperationCrashes, AProcessEndingAtAnyCallLeavesTheOldFilesOrTheNewOnes) {
         }
     }
     EXPECT_GT(sawOld, 0);
-    if (op.together)
+    if (op.together) {
         EXPECT_GT(sawNew, 0) << "no stop came after the change was decided";
+    }
 }
 
 TEST_P(OperationCrashes, AKillAtARandomMomentLeavesTheOldFilesOrTheNewOnes) {

@@ -59,8 +59,9 @@ TEST_P(OperationFaults, AFullDiskAtAnyCallIsReportedAndLeavesTheOldFilesOrTheNew
     }
     // A failure after the change was decided is finished on the next opening.
     EXPECT_GT(sawOld, 0);
-    if (op.together && op.rewrites.size() > 1)
+    if (op.together && op.rewrites.size() > 1) {
         EXPECT_GT(sawNew, 0);
+    }
 }
 
 TEST_P(OperationFaults, ADiskNotReadyAtAnyCallIsRetriedToTheEnd) {

@@ -134,13 +134,12 @@ TEST_F(SampleTeams, GameScoresFollowTheSelectionAndCloseWithTheRecord) {
 // A player's games add up to his season line, which is the report's own line for him.
 TEST_F(SampleTeams, GameLogAddsUpToTheSeasonLine) {
     const TeamSeason& hawks = teams[0];
-    int rusher = 0;
-    for (int n = 1; n <= kMaxPlayers && !rusher; ++n)
-        for (const Bytes& rec : hawks.stats) {
-            const StatHeader h = StatHeader::decode(rec);
-            if (h.category == 'R' && h.playerNumber == n)
-                rusher = n;
-        }
+    int rusher = 0; // the lowest number with a rushing record
+    ASSERT_TRUE(hawks.stats.forEach([&](ByteView rec) {
+        const StatHeader h = StatHeader::decode(rec);
+        if (h.category == 'R' && h.playerNumber >= 1 && (rusher == 0 || h.playerNumber < rusher))
+            rusher = h.playerNumber;
+    }));
     ASSERT_NE(rusher, 0);
     const GameLog log = computeGameLog('R', hawks, Selection{}, rusher);
     ASSERT_FALSE(log.empty());

@@ -8,6 +8,7 @@
 #include "reports/ReportColumns.h"
 #include "reports/ReportFormats.h"
 #include "storage/Bytes.h"
+#include "storage/DiskError.h"
 #include "ui/TextCodec.h"
 
 #include <QComboBox>
@@ -218,7 +219,14 @@ SortSetting StatsDialog::currentSort() const {
 }
 
 void StatsDialog::compute() {
-    report_ = ComputeStatistics(category_, chosenSeasons(), context_.selection, filter_);
+    // The statistics are read as they are computed: a disk that fails meanwhile meets the disk
+    // error handler, and Retry computes again.
+    const Status read = withDiskErrors(context_.prompter, [&] {
+        report_ = ComputeStatistics(category_, chosenSeasons(), context_.selection, filter_);
+        return report_.status;
+    });
+    if (!read)
+        report_ = StatReport{}; // figures short of some records are not shown
     rosterOrder_ = report_.players;
     applySort();
     showReport();

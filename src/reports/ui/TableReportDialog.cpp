@@ -6,6 +6,7 @@
 #include "reports/ChartData.h"
 #include "reports/ReportColumns.h"
 #include "storage/Bytes.h"
+#include "storage/DiskError.h"
 #include "ui/TextCodec.h"
 
 #include <QComboBox>
@@ -251,7 +252,11 @@ QString GameLogDialog::reportName() const {
 }
 
 TableReport GameLogDialog::build() {
-    log_ = computeGameLog(category_, season_, context_.selection, player_);
+    // A disk that fails while the statistics are read meets the disk error handler.
+    (void)withDiskErrors(context_.prompter, [&] {
+        log_ = computeGameLog(category_, season_, context_.selection, player_);
+        return log_.status;
+    });
     const std::string title = std::string(reportTitle(category_)) + " by Game - " +
                               digits(player_) + " " + trimRight(log_.playerName);
     return gameLogReport(
