@@ -70,15 +70,13 @@ Bytes freshRecord(const GameRecord& game, int player, int category) {
 
 } // namespace
 
-void GameResults::load(const std::vector<Bytes>& records, const GameStatsIndex& index) {
+void GameResults::load(const GameStatRecords& records, const GameStatsIndex& index) {
     for (auto& player : players_)
         player.fill(CategoryResults{});
     for (int c = 0; c < kCategoryCount; ++c)
-        for (int p = 1; p <= kMaxPlayers; ++p) {
-            const int n = index.recordOf[idx(c)][idx(p)];
-            if (n >= 1 && n <= static_cast<int>(records.size()))
-                players_[idx(p)][idx(c)] = readResults(records[idx(n - 1)], c);
-        }
+        for (int p = 1; p <= kMaxPlayers; ++p)
+            if (const auto it = records.find(index.recordOf[idx(c)][idx(p)]); it != records.end())
+                players_[idx(p)][idx(c)] = readResults(it->second, c);
 }
 
 CategoryResults& GameResults::at(int player, int category) {
@@ -107,33 +105,70 @@ std::vector<Bytes> GameResults::applyTo(std::vector<Bytes> records, const GameRe
         headers[idx(n - 1)].encodeInto(records[idx(n - 1)]);
     changed = !corrected.empty();
 
-    std::vector<Bytes> inserted;
-    for (int p = 1; p <= kMaxPlayers; ++p)
-        for (int c = 0; c < kCategoryCount; ++c) {
-            const CategoryResults& r = players_[idx(p)][idx(c)];
-            if (const int n = index.recordOf[idx(c)][idx(p)]; n != 0) {
-                Bytes rewritten = writeResults(records[idx(n - 1)], c, r);
-                changed = changed || rewritten != records[idx(n - 1)];
-                records[idx(n - 1)] = std::move(rewritten);
-            } else if (r.played) {
-                inserted.push_back(writeResults(freshRecord(game, p, c), c, r));
-            }
-        }
-    changed = changed || !inserted.empty();
-    records.insert(records.begin() + (index.insertionPoint - 1), inserted.begin(), inserted.end());
+    GameStatRecords gameRecords;
+    for (const auto& category : index.recordOf)
+        for (int n : category)
+            if (n >= 1 && n <= static_cast<int>(records.size()))
+                gameRecords.emplace(n, records[idx(n - 1)]);
+    Change change = changeFor(gameRecords, index, game);
+    changed = changed || change.changed;
+    for (auto& [n, rec] : change.rewritten)
+        records[idx(n - 1)] = std::move(rec);
+    records.insert(records.begin() + (change.insertionPoint - 1), change.inserted.begin(),
+                   change.inserted.end());
     return records;
 }
 
+GameResults::Change GameResults::changeFor(const GameStatRecords& records,
+                                           const GameStatsIndex& index,
+                                           const GameRecord& game) const {
+    Change change;
+    change.insertionPoint = index.insertionPoint;
+    for (int p = 1; p <= kMaxPlayers; ++p)
+        for (int c = 0; c < kCategoryCount; ++c) {
+            const CategoryResults& r = players_[idx(p)][idx(c)];
+            const auto it = records.find(index.recordOf[idx(c)][idx(p)]);
+            if (it != records.end()) {
+                Bytes rewritten = writeResults(it->second, c, r);
+                change.changed = change.changed || rewritten != it->second;
+                change.rewritten.emplace(it->first, std::move(rewritten));
+            } else if (r.played) {
+                change.inserted.push_back(writeResults(freshRecord(game, p, c), c, r));
+            }
+        }
+    change.changed = change.changed || !change.inserted.empty();
+    return change;
+}
+
 Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResults& results) {
-    std::vector<Bytes> records;
-    if (Status s = files.readAll(FileKind::Stats, records); !s)
+    GameStatsIndex index;
+    GameStatRecords records;
+    if (Status s = files.indexGameStats(game, index, &records); !s)
         return s;
-    // The file is large and read whole: it is changed in place in memory, not copied.
-    bool changed = false;
-    const std::vector<Bytes> updated = results.applyTo(std::move(records), game, changed);
-    if (!changed)
+    const GameResults::Change change = results.changeFor(records, index, game);
+    if (!change.changed)
         return Status::ok();
-    return files.replaceAll(FileKind::Stats, updated);
+    // The new file: every record as it was but the game's rewritten ones, with the new records in
+    // one block before the insertion point, or at the end when it lies past the last record.
+    const auto insert = [&](Bytes& out) {
+        for (const Bytes& rec : change.inserted)
+            out.insert(out.end(), rec.begin(), rec.end());
+    };
+    return files.rewriteAll(FileKind::Stats, [&](ByteView piece, std::size_t first, Bytes& out) {
+        if (piece.empty() && static_cast<std::size_t>(change.insertionPoint) > first)
+            insert(out); // `first` is the number of records in the file
+        for (std::size_t at = 0; at + StatRecord::Length <= piece.size();
+             at += StatRecord::Length) {
+            const int n = static_cast<int>(first + at / StatRecord::Length) + 1;
+            if (n == change.insertionPoint)
+                insert(out);
+            const auto it = change.rewritten.find(n);
+            const ByteView rec = it != change.rewritten.end()
+                                     ? ByteView(it->second)
+                                     : piece.subspan(at, StatRecord::Length);
+            out.insert(out.end(), rec.begin(), rec.end());
+        }
+    });
 }
 
 } // namespace scorvane

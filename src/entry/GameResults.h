@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <vector>
 
 namespace scorvane {
@@ -31,8 +32,8 @@ struct CategoryResults {
 // number that has left the roster are kept and written back as they were.
 class GameResults {
 public:
-    // Takes the records the index found (in `records`, the statistics file in record order).
-    void load(const std::vector<Bytes>& records, const GameStatsIndex& index);
+    // Takes the records the index found (in `records`, by record number).
+    void load(const GameStatRecords& records, const GameStatsIndex& index);
 
     CategoryResults& at(int player, int category);
     const CategoryResults& at(int player, int category) const;
@@ -49,12 +50,25 @@ public:
     std::vector<Bytes> applyTo(std::vector<Bytes> records, const GameRecord& game,
                                bool& changed) const;
 
+    // What writing these results changes, worked out from the game's records alone (`records`,
+    // by record number, as the index found them): the game's records as rewritten, by number,
+    // and the new records, which go in one block before record `insertionPoint`.
+    struct Change {
+        std::map<int, Bytes> rewritten;
+        std::vector<Bytes> inserted;
+        int insertionPoint = 1;
+        bool changed = false; // whether any record comes out different, or any is new
+    };
+    Change changeFor(const GameStatRecords& records, const GameStatsIndex& index,
+                     const GameRecord& game) const;
+
 private:
     std::array<std::array<CategoryResults, kCategoryCount>, kMaxPlayers + 1> players_{};
 };
 
-// Writes the results of the game: the statistics file is read once, its new contents are built in
-// memory and it is replaced whole (crash-safe). Nothing is written when nothing differs.
+// Writes the results of the game: the indexing pass finds the game's records, and the statistics
+// file is replaced whole (crash-safe) in one pass that puts the rewritten and new records in
+// their places; the file is never held whole. Nothing is written when nothing differs.
 [[nodiscard]] Status saveGameResults(TeamFiles& files, const GameRecord& game,
                                      const GameResults& results);
 

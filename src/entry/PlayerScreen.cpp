@@ -54,7 +54,7 @@ Status PlayerScreen::open(TeamFiles& files, int gameNumber, const ColumnTable& c
         return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
     // One pass over the statistics file finds the game's records and reads them.
     GameStatsIndex index;
-    std::vector<Bytes> records;
+    GameStatRecords records;
     if (Status s = files.indexGameStats(*game, index, &records); !s)
         return s;
 

@@ -17,19 +17,6 @@ int findGame(const std::vector<GameRecord>& games, int gameNumber, int from) {
     return 0;
 }
 
-// Applies `change` to the header of every statistics record; true when any record changed.
-template <class Change> bool changeHeaders(std::vector<Bytes>& stats, Change change) {
-    bool any = false;
-    for (Bytes& rec : stats) {
-        StatHeader h = StatHeader::decode(rec);
-        if (change(h)) {
-            h.encodeInto(rec);
-            any = true;
-        }
-    }
-    return any;
-}
-
 std::vector<Bytes> encodeAll(const std::vector<GameRecord>& games) {
     std::vector<Bytes> out;
     out.reserve(games.size());
@@ -44,8 +31,7 @@ std::string markedEnding(char mark) {
 
 } // namespace
 
-void insertGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber,
-                GameRecord game) {
+StatHeaderChange insertGame(std::vector<GameRecord>& games, int gameNumber, GameRecord game) {
     int p = findGame(games, gameNumber, gameNumber);
     if (p == 0)
         p = static_cast<int>(games.size()) + 1;
@@ -54,18 +40,18 @@ void insertGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int g
     game.gameNumber = static_cast<std::int16_t>(gameNumber);
     game.gameStatus = 'A';
     games.insert(games.begin() + (p - 1), game);
-    changeHeaders(stats, [&](StatHeader& h) {
+    return [gameNumber](StatHeader& h) {
         if (h.gameNumber < gameNumber)
             return false;
         ++h.gameNumber;
         return true;
-    });
+    };
 }
 
-void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber) {
+StatHeaderChange deleteGame(std::vector<GameRecord>& games, int gameNumber) {
     const int p = findGame(games, gameNumber, gameNumber);
     if (p == 0)
-        return;
+        return [](StatHeader&) { return false; };
     GameRecord& gone = games[static_cast<std::size_t>(p - 1)];
     // The tombstone takes the number of the record before it; game 1's keeps its own.
     if (gameNumber != 1 && p > 1)
@@ -73,7 +59,7 @@ void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int g
     gone.gameStatus = 'D';
     for (auto it = games.begin() + p; it != games.end(); ++it)
         --it->gameNumber;
-    changeHeaders(stats, [&](StatHeader& h) {
+    return [gameNumber](StatHeader& h) {
         if (h.gameNumber == gameNumber) {
             h.statStatus = 'D';
             return true;
@@ -83,7 +69,7 @@ void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int g
             return true;
         }
         return false;
-    });
+    };
 }
 
 Status GameList::load(TeamFiles& files) {
@@ -138,19 +124,14 @@ Status GameList::refresh(TeamFiles& files, const ConfigRecord& config,
         if (Status s = files.replaceAll(FileKind::Games, encodeAll(records_)); !s)
             return s;
     }
-    std::vector<Bytes> stats;
-    if (Status s = files.readAll(FileKind::Stats, stats); !s)
+    if (Status s = files.changeStatHeaders([](StatHeader& h) {
+            if (!h.isLive() || h.statSpecialSelect != '2')
+                return false;
+            h.statSpecialSelect = '1';
+            return true;
+        });
+        !s)
         return s;
-    const bool statsChanged = changeHeaders(stats, [](StatHeader& h) {
-        if (!h.isLive() || h.statSpecialSelect != '2')
-            return false;
-        h.statSpecialSelect = '1';
-        return true;
-    });
-    if (statsChanged) {
-        if (Status s = files.replaceAll(FileKind::Stats, stats); !s)
-            return s;
-    }
     lines.clear();
     for (const auto& g : records_)
         if (g.isLive())
@@ -172,23 +153,14 @@ Status GameList::toggleMark(TeamFiles& files, int line, const ConfigRecord& conf
     records_[static_cast<std::size_t>(p - 1)] = game;
     newLine = GameList::line(game, config) + markedEnding(game.specialSelect);
 
-    // The game's statistics records carry a copy of the mark. They lie together and in game
-    // order, so the walk ends at the first record of a later game.
-    std::vector<Bytes> stats;
-    if (Status s = files.readAll(FileKind::Stats, stats); !s)
-        return s;
-    bool changed = false;
-    for (Bytes& rec : stats) {
-        StatHeader h = StatHeader::decode(rec);
-        if (h.gameNumber > gameNumber)
-            break;
-        if (h.gameNumber == gameNumber && h.statSpecialSelect != game.specialSelect) {
-            h.statSpecialSelect = game.specialSelect;
-            h.encodeInto(rec);
-            changed = true;
-        }
-    }
-    return changed ? files.replaceAll(FileKind::Stats, stats) : Status::ok();
+    // The game's statistics records carry a copy of the mark.
+    const char mark = game.specialSelect;
+    return files.changeStatHeaders([gameNumber, mark](StatHeader& h) {
+        if (h.gameNumber != gameNumber || h.statSpecialSelect == mark)
+            return false;
+        h.statSpecialSelect = mark;
+        return true;
+    });
 }
 
 Status GameList::append(TeamFiles& files, GameRecord game) {
@@ -215,18 +187,16 @@ Status GameList::change(TeamFiles& files, int gameNumber, GameRecord game) {
 
 namespace {
 
-// Renumbers both files in memory and replaces them together.
+// Renumbers the games in memory and the statistics on their way to the new file, and replaces
+// both files together.
 template <class Renumber>
 Status renumberBoth(TeamFiles& files, std::vector<GameRecord>& records, Renumber renumber) {
     std::vector<GameRecord> games;
-    std::vector<Bytes> stats;
     if (Status s = files.readAllAs(FileKind::Games, games); !s)
         return s;
-    if (Status s = files.readAll(FileKind::Stats, stats); !s)
-        return s;
-    renumber(games, stats);
-    if (Status s = files.replaceTogether(
-            {{FileKind::Games, encodeAll(games)}, {FileKind::Stats, std::move(stats)}});
+    const StatHeaderChange change = renumber(games);
+    if (Status s = files.replaceTogether({{FileKind::Games, encodeAll(games)}}, FileKind::Stats,
+                                         statHeaderRewrite(change));
         !s)
         return s;
     records = std::move(games);
@@ -236,9 +206,8 @@ Status renumberBoth(TeamFiles& files, std::vector<GameRecord>& records, Renumber
 } // namespace
 
 Status GameList::insert(TeamFiles& files, int gameNumber, GameRecord game) {
-    return renumberBoth(files, records_, [&](auto& games, auto& stats) {
-        insertGame(games, stats, gameNumber, game);
-    });
+    return renumberBoth(files, records_,
+                        [&](auto& games) { return insertGame(games, gameNumber, game); });
 }
 
 Message GameList::deleteQuestion() {
@@ -253,8 +222,8 @@ Status GameList::remove(TeamFiles& files, Prompter& prompter, int line, bool& de
         return Status::ok();
     if (prompter.ask(deleteQuestion()) != Answer::Ok)
         return Status::ok();
-    Status s = renumberBoth(
-        files, records_, [&](auto& games, auto& stats) { deleteGame(games, stats, gameNumber); });
+    Status s =
+        renumberBoth(files, records_, [&](auto& games) { return deleteGame(games, gameNumber); });
     deleted = s.isOk();
     return s;
 }

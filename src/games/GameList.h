@@ -5,6 +5,7 @@
 #include "storage/Prompter.h"
 #include "storage/Records.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -63,10 +64,11 @@ private:
     std::vector<GameRecord> records_;
 };
 
-// The renumbering itself, on whole files held in memory. Statistics records are given as raw
-// records so that everything but the changed fields is kept byte for byte.
-void insertGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber,
-                GameRecord game);
-void deleteGame(std::vector<GameRecord>& games, std::vector<Bytes>& stats, int gameNumber);
+// The renumbering itself: the games file's records are changed in memory, and the change each
+// statistics record's header undergoes comes back, to be made in one pass over the file (it
+// returns whether it changed the header; every other byte of a record is kept).
+using StatHeaderChange = std::function<bool(StatHeader&)>;
+StatHeaderChange insertGame(std::vector<GameRecord>& games, int gameNumber, GameRecord game);
+StatHeaderChange deleteGame(std::vector<GameRecord>& games, int gameNumber);
 
 } // namespace scorvane

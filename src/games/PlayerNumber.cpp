@@ -39,15 +39,18 @@ Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, 
         return Status::ok();
     }
 
-    std::vector<Bytes> stats;
-    if (Status s = files.readAll(FileKind::Stats, stats); !s)
+    bool recorded = false;
+    if (Status s = files.forEachRecord(FileKind::Stats,
+                                       [&](ByteView rec) {
+                                           const StatHeader h = StatHeader::decode(rec);
+                                           recorded = recorded ||
+                                                      (h.isLive() && h.playerNumber == newNumber);
+                                       });
+        !s)
         return s;
-    for (const auto& rec : stats) {
-        const StatHeader h = StatHeader::decode(rec);
-        if (h.isLive() && h.playerNumber == newNumber) {
-            prompter.ask(invalid("Games already recorded for new number!"));
-            return Status::ok();
-        }
+    if (recorded) {
+        prompter.ask(invalid("Games already recorded for new number!"));
+        return Status::ok();
     }
     std::vector<RosterRecord> rosterFile;
     if (Status s = files.readAllAs(FileKind::Roster, rosterFile); !s)
@@ -57,14 +60,12 @@ Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, 
         return s;
 
     // Every result of the old number, deleted ones too, goes to the new one.
-    for (auto& rec : stats) {
-        StatHeader h = StatHeader::decode(rec);
+    const auto moveResults = [oldNumber, newNumber](StatHeader& h) {
         if (h.playerNumber != oldNumber)
-            continue;
+            return false;
         h.playerNumber = static_cast<std::int16_t>(newNumber);
-        rec.resize(std::max<std::size_t>(rec.size(), 8), ' ');
-        h.encodeInto(rec);
-    }
+        return true;
+    };
 
     // The roster slot follows the player; a vacant old number leaves the new one vacant too.
     Roster moved = roster;
@@ -113,9 +114,9 @@ Status changePlayerNumber(TeamFiles& files, Roster& roster, Prompter& prompter, 
                          [](const Bytes& a, const Bytes& b) { return numberOf(a) < numberOf(b); });
     }
 
-    if (Status s = files.replaceTogether({{FileKind::Stats, stats},
-                                          {FileKind::Roster, rosterRecords},
-                                          {FileKind::PlayerInfo, info}});
+    if (Status s =
+            files.replaceTogether({{FileKind::Roster, rosterRecords}, {FileKind::PlayerInfo, info}},
+                                  FileKind::Stats, statHeaderRewrite(moveResults));
         !s)
         return s;
     roster = moved;

@@ -209,7 +209,12 @@ Status DataFiles::replaceTogether(const std::vector<std::pair<std::string, FileC
     for (const auto& entry : files)
         closeTeamFiles(entry.first);
     // The files are opened again, on the new contents, when next used.
-    return guarded([&] { return replaceFilesTogether(files, journalPath()); });
+    // A retry after the change was decided finishes it rather than making it again.
+    bool decided = false;
+    return guarded([&] {
+        return decided ? completePendingReplacement(journalPath())
+                       : replaceFilesTogether(files, journalPath(), &decided);
+    });
 }
 
 // --- one team's files ---------------------------------------------------------------------------
@@ -351,8 +356,85 @@ TeamFiles::replaceTogether(const std::vector<std::pair<FileKind, std::vector<Byt
     return dir_->replaceTogether(contents);
 }
 
+Status TeamFiles::replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files,
+                                  FileKind rewritten, const RecordRewrite& rewrite) {
+    std::vector<std::pair<std::string, FileContents>> contents;
+    for (const auto& [kind, records] : files) {
+        if (Status s = ensureOpen(kind); !s)
+            return s;
+        contents.emplace_back(fileName(kind), FileContents(records, recordLength(kind)));
+    }
+    if (Status s = ensureOpen(rewritten); !s)
+        return s;
+    contents.emplace_back(fileName(rewritten),
+                          FileContents(fileName(rewritten), recordLength(rewritten), rewrite));
+    return dir_->replaceTogether(contents);
+}
+
+Status TeamFiles::rewriteAll(FileKind kind, const RecordRewrite& rewrite) {
+    if (Status s = ensureOpen(kind); !s)
+        return s;
+    // The old file is closed while the new one is made from it (Windows refuses to replace an open
+    // file). Until the rename the old file is in place, so a retry makes the new one again from
+    // it; after the rename only the opening is retried.
+    RecordFile& file = slot(kind);
+    const std::string path = fileName(kind);
+    const std::size_t length = recordLength(kind);
+    file.close();
+    Status s = dir_->guarded(
+        [&] { return writeFileAtomically(path, FileContents(path, length, rewrite)); });
+    if (s.kind() == ErrorKind::ProgramEnded)
+        return s;
+    Status reopened = dir_->guarded([&] { return file.open(path, length); });
+    return s ? reopened : s;
+}
+
+Status TeamFiles::forEachRecord(FileKind kind, const std::function<void(ByteView)>& visit) {
+    if (Status s = ensureOpen(kind); !s)
+        return s;
+    const std::size_t length = recordLength(kind);
+    return dir_->guarded([&] {
+        bool exists = false;
+        return readRecordPieces(
+            fileName(kind), length,
+            [&](ByteView piece) {
+                for (std::size_t at = 0; at + length <= piece.size(); at += length)
+                    visit(piece.subspan(at, length));
+            },
+            exists);
+    });
+}
+
+Status TeamFiles::changeStatHeaders(const std::function<bool(StatHeader&)>& change) {
+    bool any = false;
+    if (Status s = forEachRecord(FileKind::Stats,
+                                 [&](ByteView rec) {
+                                     StatHeader h = StatHeader::decode(rec);
+                                     any = any || change(h);
+                                 });
+        !s)
+        return s;
+    if (!any)
+        return Status::ok();
+    return rewriteAll(FileKind::Stats, statHeaderRewrite(change));
+}
+
+RecordRewrite statHeaderRewrite(const std::function<bool(StatHeader&)>& change) {
+    return [change](ByteView piece, std::size_t, Bytes& out) {
+        const std::size_t start = out.size();
+        out.insert(out.end(), piece.begin(), piece.end());
+        for (std::size_t at = start; at + StatRecord::Length <= out.size();
+             at += StatRecord::Length) {
+            const std::span<std::uint8_t> rec(out.data() + at, StatRecord::Length);
+            StatHeader h = StatHeader::decode(rec);
+            if (change(h))
+                h.encodeInto(rec);
+        }
+    };
+}
+
 Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
-                                 std::vector<Bytes>* records) {
+                                 GameStatRecords* records) {
     if (Status s = ensureOpen(FileKind::Stats); !s)
         return s;
     // The headers are read a piece at a time up to the first record of a later game; only the
@@ -360,7 +442,7 @@ Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
     RecordFile& file = slot(FileKind::Stats);
     const int count = file.count();
     std::vector<StatHeader> headers;
-    std::vector<std::pair<int, Bytes>> kept;
+    GameStatRecords kept;
     constexpr int kPerPiece = 32768;
     Bytes piece;
     for (int first = 1; first <= count;) {
@@ -374,9 +456,9 @@ Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
             headers.push_back(StatHeader::decodeAt(piece, at));
             later = headers.back().gameNumber > game.gameNumber;
             if (headers.back().gameNumber == game.gameNumber)
-                kept.emplace_back(first + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
-                                                   piece.begin() + static_cast<std::ptrdiff_t>(
-                                                                       at + StatRecord::Length)));
+                kept.emplace(first + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
+                                              piece.begin() + static_cast<std::ptrdiff_t>(
+                                                                  at + StatRecord::Length)));
         }
         if (later || got < n)
             break;
@@ -389,21 +471,27 @@ Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
         index.insertionPoint = count + 1;
     for (auto& [n, rec] : kept)
         headers[static_cast<std::size_t>(n - 1)].encodeInto(rec);
-    if (records) {
-        records->assign(static_cast<std::size_t>(count), Bytes{});
-        for (auto& [n, rec] : kept)
-            (*records)[static_cast<std::size_t>(n - 1)] = rec;
-    }
+    if (records)
+        *records = kept;
     if (changed.empty())
         return Status::ok();
 
-    // Corrections are written back with the whole file replaced, as every change of many records.
-    std::vector<Bytes> raw;
-    if (Status s = readAll(FileKind::Stats, raw); !s)
-        return s;
+    // Corrections are written back with the whole file replaced, as every change of many records,
+    // in one pass that puts each corrected header over its record.
+    std::map<int, StatHeader> fixes;
     for (int n : changed)
-        headers[static_cast<std::size_t>(n - 1)].encodeInto(raw[static_cast<std::size_t>(n - 1)]);
-    return replaceAll(FileKind::Stats, raw);
+        fixes.emplace(n, headers[static_cast<std::size_t>(n - 1)]);
+    return rewriteAll(FileKind::Stats, [&](ByteView part, std::size_t first, Bytes& out) {
+        const std::size_t start = out.size();
+        out.insert(out.end(), part.begin(), part.end());
+        const std::size_t last = first + part.size() / StatRecord::Length; // 0-based, past the end
+        for (auto it = fixes.lower_bound(static_cast<int>(first) + 1);
+             it != fixes.end() && static_cast<std::size_t>(it->first) <= last; ++it)
+            it->second.encodeInto(std::span<std::uint8_t>(
+                out.data() + start +
+                    (static_cast<std::size_t>(it->first) - 1 - first) * StatRecord::Length,
+                StatRecord::Length));
+    });
 }
 
 } // namespace scorvane

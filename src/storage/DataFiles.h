@@ -117,6 +117,10 @@ private:
     std::map<int, std::weak_ptr<detail::TeamSlots>> teams_;
 };
 
+// The rewrite that changes each statistics record's header with `change` (which returns whether
+// it changed the header) and keeps every other byte.
+RecordRewrite statHeaderRewrite(const std::function<bool(StatHeader&)>& change);
+
 // The files of one team: roster, player information, games and player statistics. Record access
 // follows the files' numbering from 1; whole-file passes read or replace a file at once.
 class TeamFiles : public detail::TypedPasses<TeamFiles> {
@@ -153,13 +157,28 @@ public:
     // opened.
     [[nodiscard]] Status
     replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files);
+    // The same with one more file of the team rewritten in one pass (see RecordRewrite), never
+    // held whole: a statistics file of a million records renumbered with the games, for instance.
+    [[nodiscard]] Status
+    replaceTogether(const std::vector<std::pair<FileKind, std::vector<Bytes>>>& files,
+                    FileKind rewritten, const RecordRewrite& rewrite);
+
+    // Replaces a file with its records rewritten in one pass (see RecordRewrite), crash-safe as
+    // replaceAll.
+    [[nodiscard]] Status rewriteAll(FileKind kind, const RecordRewrite& rewrite);
+    // Calls visit(record) for every whole record of a file, read a piece at a time.
+    [[nodiscard]] Status forEachRecord(FileKind kind, const std::function<void(ByteView)>& visit);
+    // Changes the statistics records' headers in one pass: `change` returns whether it changed the
+    // header it was given. The file is first read to learn whether any header changes; nothing is
+    // written when none does.
+    [[nodiscard]] Status changeStatHeaders(const std::function<bool(StatHeader&)>& change);
 
     // Indexes the statistics of a game (see StatIndex.h) and writes back the records whose copied
     // game type or Special Select mark it corrected, in one pass over the file that ends at the
-    // first record of a later game. `records`, when given, gets an entry for every record of the
-    // file: the game's records hold their bytes (as corrected), the others are left empty.
+    // first record of a later game. `records`, when given, gets the game's records (as
+    // corrected) by record number.
     [[nodiscard]] Status indexGameStats(const GameRecord& game, GameStatsIndex& index,
-                                        std::vector<Bytes>* records = nullptr);
+                                        GameStatRecords* records = nullptr);
 
 private:
     friend class DataFiles;

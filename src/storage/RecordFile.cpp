@@ -66,13 +66,41 @@ Status readRecordsFrom(const platform::File& file, std::size_t recordLength,
 
 } // namespace
 
-std::size_t FileContents::size() const {
-    return bytes_ ? bytes_->size() : records_->size() * recordLength_;
-}
-
 Status FileContents::writeTo(platform::File& file) const {
     if (bytes_)
         return platform::writeAt(file, 0, bytes_->data(), bytes_->size());
+    if (rewrite_) {
+        // Each piece read is rewritten and written out before the next is read.
+        platform::File source;
+        bool missing = false;
+        if (Status s = platform::openFile(source_, platform::OpenMode::ReadOnly, source, &missing);
+            !s && !missing)
+            return s;
+        Bytes out;
+        long long offset = 0;
+        Status written;
+        const auto writeOut = [&] {
+            if (written && !out.empty())
+                written = platform::writeAt(file, offset, out.data(), out.size());
+            offset += static_cast<long long>(out.size());
+            out.clear();
+        };
+        std::size_t next = 0;
+        if (!missing) {
+            Status read = forEachPieceOf(source, recordLength_, [&](ByteView piece) {
+                if (!written)
+                    return;
+                (*rewrite_)(piece, next, out);
+                next += piece.size() / recordLength_;
+                writeOut();
+            });
+            if (!read)
+                return read;
+        }
+        (*rewrite_)(ByteView(), next, out);
+        writeOut();
+        return written;
+    }
     // Records are gathered into pieces of about 4 MiB, each written with one call.
     const std::size_t perPiece = std::max<std::size_t>(1, (4u << 20) / recordLength_);
     Bytes piece;
@@ -294,7 +322,7 @@ Status writeFileAtomically(const std::string& path, const FileContents& contents
 }
 
 Status replaceFilesTogether(const std::vector<std::pair<std::string, FileContents>>& files,
-                            const std::string& journalPath) {
+                            const std::string& journalPath, bool* decided) {
     std::string journal;
     for (const auto& [path, contents] : files) {
         if (Status s = writeAndFlush(path + ".tmp", contents); !s) {
@@ -310,6 +338,8 @@ Status replaceFilesTogether(const std::vector<std::pair<std::string, FileContent
             (void)platform::removeFile(written.first + ".tmp");
         return s;
     }
+    if (decided)
+        *decided = true;
     return completePendingReplacement(journalPath);
 }
 

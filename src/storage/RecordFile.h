@@ -11,6 +11,14 @@
 
 namespace scorvane {
 
+// How a file of records is rewritten in one pass. It is called with each piece of the old file's
+// records as they are read (about 1 MiB of whole records; `first` is the 0-based number of the
+// piece's first record), then once more with an empty piece at the end, and appends to `out` what
+// the new file holds in their place: the records as they are, changed, or with others between.
+// A disk error may have the pass made again from the start: a rewrite keeps no state of its own
+// from one call to the next.
+using RecordRewrite = std::function<void(ByteView piece, std::size_t first, Bytes& out)>;
+
 // A file of fixed-length records numbered from 1. Single records are read and written in place;
 // a change to many records is made with replaceAll, which writes the whole new contents to a
 // temporary file in the same folder, flushes it to disk and renames it over the old file, so that
@@ -61,22 +69,27 @@ private:
     bool readOnly_ = false; // opened for reading only: the folder may not be written
 };
 
-// What a file replaced whole is to hold: bytes, or records each cut or space-padded to a record
-// length. Records are written a piece at a time, never joined in memory first. It refers to the
-// caller's data, which must outlive it.
+// What a file replaced whole is to hold: bytes; records each cut or space-padded to a record
+// length; or the records of a file rewritten on the way (RecordRewrite), which is read a piece at
+// a time and never held whole. Records are written a piece at a time, never joined in memory
+// first. It refers to the caller's data, which must outlive it.
 class FileContents {
 public:
     FileContents(const Bytes& bytes) : bytes_(&bytes) {} // NOLINT: bytes convert implicitly
     FileContents(const std::vector<Bytes>& records, std::size_t recordLength)
         : records_(&records), recordLength_(recordLength == 0 ? 1 : recordLength) {}
+    FileContents(std::string source, std::size_t recordLength, const RecordRewrite& rewrite)
+        : source_(std::move(source)), rewrite_(&rewrite),
+          recordLength_(recordLength == 0 ? 1 : recordLength) {}
 
-    std::size_t size() const;
     // Writes everything from the start of the file.
     Status writeTo(platform::File& file) const;
 
 private:
     const Bytes* bytes_ = nullptr;
     const std::vector<Bytes>* records_ = nullptr;
+    std::string source_;
+    const RecordRewrite* rewrite_ = nullptr;
     std::size_t recordLength_ = 1;
 };
 
@@ -103,8 +116,11 @@ Status removeFile(const std::string& path);
 // journal, naming the files, is written atomically; then the new files are renamed over the old
 // ones and the journal is removed. Once the journal exists the change is decided:
 // completePendingReplacement finishes whatever renames a crash interrupted.
+// `decided`, when given, is set once the journal is written: from then on the change is to be
+// finished (completePendingReplacement), never made again, since new contents made from the old
+// files (RecordRewrite) could not be made again once some of them are replaced.
 Status replaceFilesTogether(const std::vector<std::pair<std::string, FileContents>>& files,
-                            const std::string& journalPath);
+                            const std::string& journalPath, bool* decided = nullptr);
 Status replaceFilesTogether(const std::vector<std::pair<std::string, Bytes>>& files,
                             const std::string& journalPath);
 // Finishes a replacement a crash interrupted, if the journal says there is one.

@@ -160,13 +160,20 @@ GameRecord GameRecord::decode(ByteView bytes) {
     return g;
 }
 
-void StatHeader::encodeInto(Bytes& rec) const {
-    putInt16(rec, 0, gameNumber);
-    putInt16(rec, 2, playerNumber);
-    putFlag(rec, 4, category);
-    putFlag(rec, 5, statStatus);
-    putFlag(rec, 6, statGameType);
-    putFlag(rec, 7, statSpecialSelect);
+void StatHeader::encodeInto(std::span<std::uint8_t> rec) const {
+    if (rec.size() < 8)
+        field::throwPastTheEnd("StatHeader::encodeInto");
+    const auto put16 = [&](std::size_t at, std::int16_t v) {
+        const auto u = static_cast<std::uint16_t>(v);
+        rec[at] = static_cast<std::uint8_t>(u & 0xFF);
+        rec[at + 1] = static_cast<std::uint8_t>(u >> 8);
+    };
+    put16(0, gameNumber);
+    put16(2, playerNumber);
+    rec[4] = static_cast<std::uint8_t>(category);
+    rec[5] = static_cast<std::uint8_t>(statStatus);
+    rec[6] = static_cast<std::uint8_t>(statGameType);
+    rec[7] = static_cast<std::uint8_t>(statSpecialSelect);
 }
 
 StatHeader StatHeader::decode(ByteView bytes) {

@@ -125,7 +125,8 @@ struct StatHeader {
     char statSpecialSelect = '1'; // copy of the game's Special Select mark
 
     bool isLive() const { return statStatus == 'A'; }
-    void encodeInto(Bytes& rec) const;
+    // Writes the header over the first 8 bytes of a record (a whole Bytes, or one inside a buffer).
+    void encodeInto(std::span<std::uint8_t> rec) const;
     static StatHeader decode(ByteView bytes);
     // The header of the record that starts at `offset` of a buffer of many records.
     static StatHeader decodeAt(ByteView buffer, std::size_t offset);

@@ -4,6 +4,7 @@
 #include "Records.h"
 
 #include <array>
+#include <map>
 #include <vector>
 
 namespace scorvane {
@@ -18,6 +19,9 @@ struct GameStatsIndex {
     // Where new statistics records of the game go so that the file stays in game order.
     int insertionPoint = 1;
 };
+
+// A game's statistics records by record number, as the indexing pass reads them.
+using GameStatRecords = std::map<int, Bytes>;
 
 // The indexing pass over all statistics records (given as their headers, in file order) for one
 // game. The scan stops at the first record of a later game, so a record of this game lying behind

@@ -1,7 +1,8 @@
 // The player screen's indexing pass over a statistics file, and the save built on it: a game
 // record and statistics records, then what the pass finds must be where it says, the pass over
 // the file on disk must find the same and leave the file as it corrected it, and saving results
-// read without a change must give back the file as the pass corrected it.
+// read without a change must give back the file as the pass corrected it, and a changed result
+// saved on disk must give the file built in memory.
 
 #include "FuzzInput.h"
 #include "entry/GameResults.h"
@@ -59,18 +60,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         DataFiles data(DataPaths{folder.dir(), folder.dir(), folder.dir()}, prompter);
         TeamFiles team = data.team(1);
         GameStatsIndex onDisk;
-        std::vector<Bytes> read;
+        GameStatRecords read;
         FUZZ_CHECK(team.indexGameStats(game, onDisk, &read).isOk());
         FUZZ_CHECK(onDisk.recordOf == index.recordOf && onDisk.counters == index.counters &&
                    onDisk.insertionPoint == index.insertionPoint &&
                    onDisk.recordCount == index.recordCount);
-        FUZZ_CHECK(read.size() == records.size());
-        for (std::size_t i = 0; i < read.size(); ++i)
-            FUZZ_CHECK(read[i].empty() || read[i] == corrected[i]);
+        for (const auto& [n, rec] : read)
+            FUZZ_CHECK(n >= 1 && n <= static_cast<int>(corrected.size()) &&
+                       rec == corrected[static_cast<std::size_t>(n - 1)]);
         for (int c = 0; c < kCategoryCount; ++c)
             for (int n : index.recordOf[static_cast<std::size_t>(c)])
-                FUZZ_CHECK(n == 0 || read[static_cast<std::size_t>(n - 1)] ==
-                                         corrected[static_cast<std::size_t>(n - 1)]);
+                FUZZ_CHECK(n == 0 || read.count(n) == 1);
         FUZZ_CHECK(prompter.shown.empty());
     }
     Bytes expectedFile;
@@ -79,10 +79,31 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(folder.read("FBPS1.DAT") == expectedFile);
 
     // Results read and written back unchanged change nothing but the corrections.
+    GameStatRecords all;
+    for (std::size_t i = 0; i < corrected.size(); ++i)
+        all.emplace(static_cast<int>(i) + 1, corrected[i]);
     GameResults results;
-    results.load(corrected, index);
+    results.load(all, index);
     bool differs = true;
     FUZZ_CHECK(results.applyTo(records, game, differs) == corrected);
     FUZZ_CHECK(differs == (corrected != records));
+
+    // A changed result saved on disk, in one pass over the file, gives what applyTo builds in
+    // memory: the game's records rewritten where they lie, new ones at the insertion point.
+    const int player = 1 + static_cast<int>(game.gameNumber & 0x3F);
+    const int category = (game.gameNumber >> 6 & 0xFF) % kCategoryCount;
+    CategoryResults& changedResult = results.at(player, category);
+    changedResult.played = !changedResult.played || (game.gameNumber & 0x4000) != 0;
+    changedResult.values[0] = static_cast<std::int16_t>(changedResult.values[0] + 1);
+    Bytes built;
+    for (const Bytes& r : results.applyTo(corrected, game))
+        built.insert(built.end(), r.begin(), r.end());
+    {
+        FakePrompter prompter;
+        DataFiles data(DataPaths{folder.dir(), folder.dir(), folder.dir()}, prompter);
+        TeamFiles team = data.team(1);
+        FUZZ_CHECK(saveGameResults(team, game, results).isOk());
+    }
+    FUZZ_CHECK(folder.read("FBPS1.DAT") == built);
     return 0;
 }

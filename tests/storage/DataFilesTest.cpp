@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <random>
 #include <thread>
 #include <tuple>
@@ -135,6 +136,57 @@ TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
     // No later game: new records go at the end, and a game without records changes nothing.
     ASSERT_TRUE(team.indexGameStats(GameRecord{.gameNumber = 7}, index));
     EXPECT_EQ(index.insertionPoint, 9);
+    EXPECT_EQ(data.read("FBPS1.DAT"), expected);
+}
+
+// A file rewritten in one pass is read in pieces: each record is handed over with its own number,
+// whatever piece it falls in, and what the rewrite adds at the end comes last.
+TEST_F(DataFilesTest, RewritesNumberRecordsAcrossPiecesAndHeaderChangesWriteOnlyOnAChange) {
+    constexpr int kRecords = 25000; // about 2.6 pieces
+    Bytes file;
+    for (int n = 1; n <= kRecords; ++n) {
+        Bytes rec(StatRecord::Length, ' ');
+        StatHeader{static_cast<std::int16_t>(n / 10 + 1), 7, 'P'}.encodeInto(rec);
+        file.insert(file.end(), rec.begin(), rec.end());
+    }
+    data.write("FBPS1.DAT", file);
+    ASSERT_TRUE(team.rewriteAll(FileKind::Stats, [](ByteView piece, std::size_t first, Bytes& out) {
+        const std::size_t start = out.size();
+        out.insert(out.end(), piece.begin(), piece.end());
+        for (std::size_t i = 0; i * StatRecord::Length < piece.size(); ++i) {
+            const auto n = static_cast<std::uint16_t>(first + i + 1);
+            out[start + i * StatRecord::Length + 8] = static_cast<std::uint8_t>(n & 0xFF);
+            out[start + i * StatRecord::Length + 9] = static_cast<std::uint8_t>(n >> 8);
+        }
+        if (piece.empty())
+            out.insert(out.end(), StatRecord::Length, 'E');
+    }));
+    const Bytes rewritten = data.read("FBPS1.DAT");
+    ASSERT_EQ(rewritten.size(), (kRecords + 1) * StatRecord::Length);
+    for (int n = 1; n <= kRecords; ++n) {
+        const auto at = static_cast<std::size_t>(n - 1) * StatRecord::Length;
+        ASSERT_EQ(StatRecord::decode(ByteView(rewritten).subspan(at, StatRecord::Length)).values[0],
+                  n);
+    }
+    EXPECT_EQ(rewritten.back(), 'E');
+    EXPECT_EQ(team.recordCount(FileKind::Stats), kRecords + 1); // the handle sees the new file
+
+    // A header change that changes nothing leaves the file untouched, not even rewritten.
+    const auto modified = std::filesystem::last_write_time(data.path() / "FBPS1.DAT");
+    ASSERT_TRUE(team.changeStatHeaders([](StatHeader& h) { return h.gameNumber > 30000; }));
+    EXPECT_EQ(std::filesystem::last_write_time(data.path() / "FBPS1.DAT"), modified);
+    EXPECT_FALSE(data.exists("FBPS1.DAT.tmp"));
+    ASSERT_TRUE(team.changeStatHeaders([](StatHeader& h) {
+        if (h.gameNumber != 2000)
+            return false;
+        h.statSpecialSelect = '2';
+        return true;
+    }));
+    // Only the marks of game 2000's records differ.
+    Bytes expected = rewritten;
+    for (int n = 1; n <= kRecords; ++n)
+        if (n / 10 + 1 == 2000)
+            expected[static_cast<std::size_t>(n - 1) * StatRecord::Length + 7] = '2';
     EXPECT_EQ(data.read("FBPS1.DAT"), expected);
 }
 
