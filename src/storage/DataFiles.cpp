@@ -442,8 +442,9 @@ Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
     RecordFile& file = slot(FileKind::Stats);
     const int count = file.count();
     std::vector<StatHeader> headers;
+    headers.reserve(static_cast<std::size_t>(count));
     GameStatRecords kept;
-    constexpr int kPerPiece = 32768;
+    constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
     Bytes piece;
     for (int first = 1; first <= count;) {
         const int n = std::min(kPerPiece, count - first + 1);

@@ -227,9 +227,11 @@ Status RecordFile::readAll(std::vector<Bytes>& records) const {
 }
 
 Status RecordFile::readRun(int first, int count, Bytes& out) const {
-    out.clear();
-    if (!file_.isOpen() || first < 1 || count < 1)
+    if (!file_.isOpen() || first < 1 || count < 1) {
+        out.clear();
         return Status::ok();
+    }
+    // A buffer reused from run to run is not cleared first: its bytes are read over.
     out.resize(static_cast<std::size_t>(count) * recordLength_);
     std::size_t got = 0;
     Status s = platform::readAt(file_, offsetOf(first, recordLength_), out.data(), out.size(), got);
