@@ -60,4 +60,13 @@ string(FIND "${report}" "Passing Statistics" titled)
 if(titled EQUAL -1)
     message(FATAL_ERROR "the installed scorvane-report printed no passing report:\n${report}")
 endif()
+# Without --config the installed command reads the user's own configuration, never one in bin/.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env --unset=XDG_CONFIG_HOME HOME=${PREFIX}/home
+                        ${PREFIX}/bin/scorvane-report --team 1 --category P
+                RESULT_VARIABLE reported OUTPUT_QUIET ERROR_VARIABLE errors)
+string(FIND "${errors}" "Not Found: ${PREFIX}/home/.config/scorvane/BXFB.INI" looked)
+if(reported EQUAL 0 OR looked EQUAL -1)
+    message(FATAL_ERROR "the installed scorvane-report did not look for the user's BXFB.INI "
+                        "(${reported}): ${errors}")
+endif()
 file(REMOVE_RECURSE ${PREFIX})

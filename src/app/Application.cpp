@@ -83,7 +83,7 @@ void Application::openRoster() {
     const int team = teams_.currentTeam();
     RosterDialog dialog(files_.team(team), roster_, prompter_, fromFileText(teams_.teamName(team)),
                         window_.get());
-    setRosterPrint(dialog, team);
+    connectRoster(dialog, team);
     dialog.exec();
     refreshTeams();
 }
@@ -112,7 +112,7 @@ bool Application::openPlayerScreen(int team, int game, QWidget* parent) {
     // The roster opens over the player screen; the player screen fills its table again after.
     auto openRoster = [this, team, teamName, &screen] {
         RosterDialog roster(files_.team(team), roster_, prompter_, teamName, screen);
-        setRosterPrint(roster, team);
+        connectRoster(roster, team);
         roster.exec();
     };
     PlayerScreenDialog dialog(files_.team(team), game, session_.columns, prompter_, teamName,
@@ -144,7 +144,10 @@ void Application::openTeamRecord() {
     refreshTeams();
 }
 
-void Application::setRosterPrint(RosterDialog& dialog, int team) {
+void Application::connectRoster(RosterDialog& dialog, int team) {
+    dialog.setGameLog([this, team](int player, QWidget* parent) {
+        openPlayerGameLog(*reports_, team, player, parent);
+    });
     dialog.setPrint([this, team](const RosterEditor& editor, QWidget* parent) {
         printRoster(
             *reports_, teams_.teamName(team), roster_,

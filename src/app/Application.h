@@ -51,8 +51,8 @@ private:
     // The player screen of a game; true when the user left it for the game screen.
     bool openPlayerScreen(int team, int game, QWidget* parent);
     void refreshTeams();
-    // Print on the roster screen goes through the report output.
-    void setRosterPrint(RosterDialog& dialog, int team);
+    // Print and Game Log on the roster screen are the reports' work.
+    void connectRoster(RosterDialog& dialog, int team);
 
     Session session_;
     Prompter& prompter_;

@@ -70,6 +70,23 @@ GameLog computeGameLog(char category, const TeamSeason& team, const Selection& s
     return log;
 }
 
+Status categoriesRecorded(const TeamSeason& team, int playerNumber, std::vector<char>& categories) {
+    categories.clear();
+    std::array<bool, kCategoryCount> found{};
+    if (Status s = team.stats.forEach([&](ByteView rec) {
+            const StatHeader h = StatHeader::decode(rec);
+            if (const int k = categoryIndex(h.category);
+                k >= 0 && h.isLive() && h.playerNumber == playerNumber)
+                found[static_cast<std::size_t>(k)] = true;
+        });
+        !s)
+        return s;
+    for (int k = 0; k < kCategoryCount; ++k)
+        if (found[static_cast<std::size_t>(k)])
+            categories.push_back(kCategoryLetters[static_cast<std::size_t>(k)]);
+    return Status::ok();
+}
+
 TableReport gameLogReport(const GameLog& log, const std::vector<int>& columns,
                           const ColumnTable& table, const ReportHeading& heading) {
     TableReport report;

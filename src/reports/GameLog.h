@@ -36,6 +36,11 @@ struct GameLog {
 GameLog computeGameLog(char category, const TeamSeason& team, const Selection& selection,
                        int playerNumber);
 
+// The categories (letters, in the order P C R D K T) in which the player has a live record of any
+// game. A statistics file that cannot be read gives its status.
+[[nodiscard]] Status categoriesRecorded(const TeamSeason& team, int playerNumber,
+                                        std::vector<char>& categories);
+
 // The report: the game's date and opponent, then the columns in print order; the season line
 // closes it.
 TableReport gameLogReport(const GameLog& log, const std::vector<int>& columns,

@@ -15,7 +15,8 @@ inline constexpr int kCommandBadUsage = 2; // bad arguments, unknown team, categ
 // (the lines a report printed to a text file has), CSV or HTML, to `out` or to a file.
 //
 // `args` are the arguments after the program's name. `programDirectory` is where BXFB.INI is
-// looked for unless --config names another folder. Problems go to `err`, one line each. Nothing
+// looked for unless --config names another folder (the tool hands in the folder the program's
+// own configuration is in). Problems go to `err`, one line each. Nothing
 // is ever written into the data or report directory: every file there is read without being
 // created or changed.
 int runReportCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,

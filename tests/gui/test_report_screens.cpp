@@ -4,9 +4,12 @@
 #include "games/ui/RosterDialog.h"
 #include "gui/GuiChecks.h"
 #include "gui/test_report_fixture.h"
+#include "reports/GameLog.h"
+#include "reports/ReportColumns.h"
 #include "reports/ReportDocument.h"
 #include "reports/ui/ComputeDialog.h"
 #include "reports/ui/FormatDialogs.h"
+#include "reports/ui/ReportScreens.h"
 #include "reports/ui/StatsDialog.h"
 #include "reports/ui/TeamRecordDialog.h"
 #include "storage/TeamList.h"
@@ -15,6 +18,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -674,6 +678,52 @@ private slots:
                  QStringLiteral("Game Type    Won    Lost    Ties     Pct      PF      PA"));
         QVERIFY(printed.last().startsWith(QStringLiteral("Totals")));
         QVERIFY(printed.last().endsWith(QStringLiteral(".625      45      24")));
+    }
+
+    // From the roster: the selected player's log, in the category chosen when he has results in
+    // several, and a message for a number with none.
+    void theRosterOpensTheSelectedPlayersGameLog() {
+        ReportFixture f;
+        std::vector<char> categories;
+        TeamSeason hawks;
+        QVERIFY(readTeamSeason(f.data.paths(), 1, hawks).isOk());
+        QVERIFY(categoriesRecorded(hawks, 7, categories).isOk());
+        QVERIFY(categories.size() > 1);
+        QCOMPARE(categories.front(), 'P');
+
+        Roster roster;
+        RosterDialog d(f.data.team(1), roster, f.prompter, QStringLiteral("Riverside Hawks"));
+        QVERIFY(!child<QPushButton>(&d, "cmdGameLog")->isEnabled());
+        d.setGameLog(
+            [&](int player, QWidget* parent) { openPlayerGameLog(f.context, 1, player, parent); });
+        showActive(&d);
+        QVERIFY(scorvane::testing::sharedAccessKeys(&d).isEmpty());
+        child<QListWidget>(&d, "lstPlayerList")->setCurrentRow(6); // number 7
+        QString title;
+        int gameLines = 0;
+        whenShown("dlgGameLogCategory", [&](QDialog* c) {
+            auto* choose = qobject_cast<QInputDialog*>(c);
+            QCOMPARE(choose->comboBoxItems().size(), static_cast<int>(categories.size()));
+            choose->setTextValue(QString::fromUtf8(std::string(reportTitle(categories.back()))));
+            whenShown("frmGameLog", [&](QDialog* log) {
+                title = log->windowTitle();
+                gameLines = child<QTableWidget>(log, "tblReport")->rowCount() - 1;
+                log->reject();
+            });
+            choose->accept();
+        });
+        press(&d, "cmdGameLog");
+        const std::string expected = std::string(reportTitle(categories.back())) + " by Game - 7";
+        QVERIFY2(title.startsWith(QString::fromStdString(expected)), qPrintable(title));
+        QVERIFY(gameLines > 0);
+        QVERIFY(f.prompter.shown.empty());
+
+        // A number nobody has results under.
+        child<QListWidget>(&d, "lstPlayerList")->setCurrentRow(49); // number 50, not on the roster
+        press(&d, "cmdGameLog");
+        QCOMPARE(f.prompter.shown.size(), std::size_t{1});
+        QCOMPARE(f.prompter.shown[0].text, std::string("No results are recorded for this player."));
+        QCOMPARE(f.prompter.shown[0].title, std::string("Game Log"));
     }
 
     void rosterPrintsEveryNumberInUseWithItsDetails() {

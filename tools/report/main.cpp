@@ -1,5 +1,6 @@
 // scorvane-report: a statistics report or the team record from the command line.
 #include "reports/ReportCommand.h"
+#include "shell/Installation.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -38,6 +39,9 @@ std::string programDirectory(const char* argv0) {
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
-    return scorvane::runReportCommand(args, std::cout, std::cerr,
-                                      programDirectory(argc > 0 ? argv[0] : nullptr));
+    // The configuration the program itself uses: BXFB.INI beside it (the build folder, a portable
+    // copy), else, when it is installed, the user's own. The command never makes one.
+    const scorvane::ConfigLocation config = scorvane::locateConfiguration(
+        programDirectory(argc > 0 ? argv[0] : nullptr), scorvane::systemEnvironment());
+    return scorvane::runReportCommand(args, std::cout, std::cerr, config.directory);
 }

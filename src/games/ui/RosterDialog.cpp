@@ -63,6 +63,10 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     print->setEnabled(false);
     print_ = print;
     connect(print, &QPushButton::clicked, this, &RosterDialog::printRoster);
+    gameLog_ = new QPushButton(QStringLiteral("Game &Log..."), this);
+    gameLog_->setObjectName(QStringLiteral("cmdGameLog"));
+    gameLog_->setEnabled(false);
+    connect(gameLog_, &QPushButton::clicked, this, &RosterDialog::showGameLog);
     close_ = new QPushButton(QStringLiteral("Close"), this);
     close_->setObjectName(QStringLiteral("cmdClose"));
     // Enter in a box moves to the next box; on a focused button it presses that button.
@@ -106,6 +110,7 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     buttons->addWidget(import);
     buttons->addStretch(1);
     buttons->addWidget(remove);
+    buttons->addWidget(gameLog_);
     buttons->addWidget(print);
     buttons->addWidget(close_);
     details->addLayout(buttons);
@@ -236,11 +241,22 @@ void RosterDialog::setPrint(PrintRoster print) {
     print_->setEnabled(static_cast<bool>(printRoster_));
 }
 
+void RosterDialog::setGameLog(OpenGameLog open) {
+    openGameLog_ = std::move(open);
+    gameLog_->setEnabled(static_cast<bool>(openGameLog_));
+}
+
 void RosterDialog::printRoster() {
     // What is typed in the focused box is printed too.
     commitFocused();
     if (printRoster_)
         printRoster_(editor_, this);
+}
+
+void RosterDialog::showGameLog() {
+    commitFocused();
+    if (openGameLog_)
+        openGameLog_(editor_.selected(), this);
 }
 
 void RosterDialog::chooseImportFile() {

@@ -45,6 +45,11 @@ public:
     using PrintRoster = std::function<void(const RosterEditor& editor, QWidget* parent)>;
     void setPrint(PrintRoster print);
 
+    // Shows the selected player's game log (a report, which the application hands in). Game Log
+    // stays disabled until one is given.
+    using OpenGameLog = std::function<void(int playerNumber, QWidget* parent)>;
+    void setGameLog(OpenGameLog open);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -61,6 +66,7 @@ private:
     void moveFocusFrom(int box);
     void deletePlayer();
     void printRoster();
+    void showGameLog();
     void chooseImportFile();
     void finish();
 
@@ -73,6 +79,8 @@ private:
     QPushButton* close_ = nullptr;
     QPushButton* print_ = nullptr;
     PrintRoster printRoster_;
+    QPushButton* gameLog_ = nullptr;
+    OpenGameLog openGameLog_;
     bool finished_ = false;
     QString teamName_;
 };

@@ -1,9 +1,17 @@
 #include "ReportScreens.h"
 
 #include "StatsDialog.h"
+#include "TableReportDialog.h"
 #include "TeamRecordDialog.h"
+#include "reports/GameLog.h"
+#include "reports/ReportColumns.h"
+#include "reports/ReportFormats.h"
+#include "storage/DiskError.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
+
+#include <algorithm>
 
 namespace scorvane {
 
@@ -11,6 +19,51 @@ void openStatisticsReport(ReportContext& context, char category, const std::vect
                           int currentTeam, QWidget* parent) {
     StatsDialog dialog(context, category, teams, currentTeam, parent);
     dialog.exec();
+}
+
+ReportFormatRecord chosenFormat(ReportContext& context, char category) {
+    SavedReports saved;
+    if (!saved.readOnly(context.files.paths().reportDirectory))
+        (void)saved.load(context.files); // a file that cannot be read was reported; defaults hold
+    const int k = categoryIndex(category);
+    const int chosen = k < 0 ? 0 : context.chosenReport[static_cast<std::size_t>(k)];
+    const std::vector<int> reports = saved.reportsOf(category);
+    if (std::find(reports.begin(), reports.end(), chosen) != reports.end())
+        return saved.record(chosen);
+    return saved.current(category, context.session.config);
+}
+
+void openPlayerGameLog(ReportContext& context, int team, int playerNumber, QWidget* parent) {
+    TeamSeason season;
+    std::vector<char> categories;
+    if (!viewTeamSeason(context.files, team, season) || !withDiskErrors(context.prompter, [&] {
+            return categoriesRecorded(season, playerNumber, categories);
+        }))
+        return; // the storage layer has shown what went wrong
+    if (categories.empty()) {
+        context.prompter.ask(Message{"No results are recorded for this player.", "Game Log",
+                                     Buttons::Ok, Icon::Information, Answer::Ok});
+        return;
+    }
+    char category = categories.front();
+    if (categories.size() > 1) {
+        QStringList names;
+        for (char c : categories)
+            names << QString::fromUtf8(std::string(reportTitle(c)));
+        QInputDialog choose(parent);
+        choose.setObjectName(QStringLiteral("dlgGameLogCategory"));
+        choose.setWindowTitle(QStringLiteral("Game Log"));
+        choose.setLabelText(QStringLiteral("&Category:"));
+        choose.setComboBoxItems(names);
+        choose.setComboBoxEditable(false);
+        if (choose.exec() != QDialog::Accepted)
+            return;
+        const qsizetype k = names.indexOf(choose.textValue());
+        category = categories[static_cast<std::size_t>(std::max<qsizetype>(0, k))];
+    }
+    GameLogDialog log(context, team, category, playerNumber,
+                      shownColumns(chosenFormat(context, category)), 0, parent);
+    log.exec();
 }
 
 void openTeamRecord(ReportContext& context, int team, QWidget* parent) {

@@ -9,7 +9,10 @@
 #include "storage/ConfigRecord.h"
 #include "storage/DataFiles.h"
 #include "storage/Prompter.h"
+#include "storage/Records.h"
 #include "storage/Session.h"
+
+#include <QWidget>
 
 #include <array>
 #include <optional>
@@ -43,6 +46,14 @@ struct ReportContext {
 // the selection lists.
 void openStatisticsReport(ReportContext& context, char category, const std::vector<int>& teams,
                           int currentTeam, QWidget* parent);
+
+// The saved report a category's screens use: the one chosen on the statistics screen, else the
+// category's current one.
+ReportFormatRecord chosenFormat(ReportContext& context, char category);
+
+// One player's game log, from the roster: in the category he has results in, or the one the user
+// chooses when he has results in several; a message when he has none.
+void openPlayerGameLog(ReportContext& context, int team, int playerNumber, QWidget* parent);
 
 // The team record of one team.
 void openTeamRecord(ReportContext& context, int team, QWidget* parent);

@@ -198,16 +198,7 @@ int StatsDialog::listTeam() const {
 }
 
 void StatsDialog::loadFormat() {
-    SavedReports saved;
-    if (!saved.readOnly(context_.files.paths().reportDirectory))
-        (void)saved.load(context_.files);
-    const int k = categoryIndex(category_);
-    const int chosen = k < 0 ? 0 : context_.chosenReport[static_cast<std::size_t>(k)];
-    const std::vector<int> reports = saved.reportsOf(category_);
-    if (std::find(reports.begin(), reports.end(), chosen) != reports.end())
-        format_ = saved.record(chosen);
-    else
-        format_ = saved.current(category_, context_.session.config);
+    format_ = chosenFormat(context_, category_);
     columns_ = shownColumns(format_);
 }
 
