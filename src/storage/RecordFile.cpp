@@ -11,6 +11,16 @@ Status diskErrorFromErrno(int err) {
 
 namespace {
 
+// Opens a file for reading; a missing file is no error, it leaves `exists` false and `file` closed.
+Status openExisting(const std::string& path, platform::File& file, bool& exists) {
+    exists = false;
+    bool missing = false;
+    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
+        return missing ? Status::ok() : s;
+    exists = true;
+    return Status::ok();
+}
+
 Status writeAndFlush(const std::string& path, const FileContents& contents) {
     platform::File file;
     if (Status s = platform::openFile(path, platform::OpenMode::Replace, file); !s)
@@ -72,9 +82,8 @@ Status FileContents::writeTo(platform::File& file) const {
     if (rewrite_) {
         // Each piece read is rewritten and written out before the next is read.
         platform::File source;
-        bool missing = false;
-        if (Status s = platform::openFile(source_, platform::OpenMode::ReadOnly, source, &missing);
-            !s && !missing)
+        bool exists = false;
+        if (Status s = openExisting(source_, source, exists); !s)
             return s;
         Bytes out;
         long long offset = 0;
@@ -86,7 +95,7 @@ Status FileContents::writeTo(platform::File& file) const {
             out.clear();
         };
         std::size_t next = 0;
-        if (!missing) {
+        if (exists) {
             Status read = forEachPieceOf(source, recordLength_, [&](ByteView piece) {
                 if (!written)
                     return;
@@ -261,12 +270,9 @@ Status RecordFile::replaceAll(const std::vector<Bytes>& records) {
 
 Status readWholeFile(const std::string& path, Bytes& contents, bool& exists) {
     contents.clear();
-    exists = false;
     platform::File file;
-    bool missing = false;
-    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
-        return missing ? Status::ok() : s;
-    exists = true;
+    if (Status s = openExisting(path, file, exists); !s || !exists)
+        return s;
     long long size = 0;
     if (Status s = platform::fileSize(file, size); !s)
         return s;
@@ -280,33 +286,22 @@ Status readWholeFile(const std::string& path, Bytes& contents, bool& exists) {
 Status readRecords(const std::string& path, std::size_t recordLength, std::vector<Bytes>& records,
                    bool& exists) {
     records.clear();
-    exists = false;
     platform::File file;
-    bool missing = false;
-    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
-        return missing ? Status::ok() : s;
-    exists = true;
+    if (Status s = openExisting(path, file, exists); !s || !exists)
+        return s;
     return readRecordsFrom(file, recordLength == 0 ? 1 : recordLength, records);
 }
 
 Status openForReading(const std::string& path, bool& exists) {
-    exists = false;
     platform::File file;
-    bool missing = false;
-    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
-        return missing ? Status::ok() : s;
-    exists = true;
-    return Status::ok();
+    return openExisting(path, file, exists);
 }
 
 Status readRecordPieces(const std::string& path, std::size_t recordLength,
                         const std::function<void(ByteView records)>& use, bool& exists) {
-    exists = false;
     platform::File file;
-    bool missing = false;
-    if (Status s = platform::openFile(path, platform::OpenMode::ReadOnly, file, &missing); !s)
-        return missing ? Status::ok() : s;
-    exists = true;
+    if (Status s = openExisting(path, file, exists); !s || !exists)
+        return s;
     return forEachPieceOf(file, recordLength == 0 ? 1 : recordLength, use);
 }
 
