@@ -2,6 +2,7 @@
 
 #include "storage/DataFiles.h"
 #include "storage/Records.h"
+#include "storage/StatLayout.h"
 
 #include <cstdint>
 #include <vector>
@@ -62,6 +63,9 @@ Status writeLargeSeason(const std::string& folder) {
         return s;
 
     constexpr char kCategories[] = {'P', 'C', 'R', 'D', 'K'};
+    // The column codes of TD and XPt in passing, receiving and rushing (none in defense).
+    constexpr int kTouchdown[] = {6, 4, 5, 0, 0};
+    constexpr int kExtraPoint[] = {12, 10, 8, 0, 0};
     std::vector<Bytes> stats;
     stats.reserve(kStatRecords);
     for (int g = 1; g <= kGames; ++g)
@@ -86,6 +90,16 @@ Status writeLargeSeason(const std::string& folder) {
             r.header = header;
             for (int v = 0; v < 12; ++v)
                 r.values[static_cast<std::size_t>(v)] = static_cast<std::int16_t>(dice.below(20));
+            // Touchdowns and extra points are rare, as in a real season: a player's points over
+            // 5,000 games stay within what a report line holds, so the report command writes its
+            // report instead of stopping at an overflow.
+            const auto rare = [&](int code) {
+                if (const int slot = statSlot(header.category, code); slot >= 0)
+                    r.values[static_cast<std::size_t>(slot)] =
+                        static_cast<std::int16_t>(dice.below(10) == 0 ? 1 : 0);
+            };
+            for (int code : {kTouchdown[i % 5], kExtraPoint[i % 5]})
+                rare(code);
             stats.push_back(r.encode());
         }
     return team.replaceAll(FileKind::Stats, stats);
