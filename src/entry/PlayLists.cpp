@@ -3,6 +3,8 @@
 #include "storage/Bytes.h"
 #include "storage/StatLayout.h"
 
+#include <algorithm>
+
 namespace scorvane {
 
 namespace {
@@ -101,6 +103,17 @@ void KickEntry::reset() {
 void ReturnEntry::reset() {
     yards = "0";
     marks.fill(false);
+}
+
+// An extra point has no yards: only a tick sets one up (a missed one reads as the reset state).
+bool KickEntry::setUp() const {
+    const bool ticked = std::find(marks.begin(), marks.end(), true) != marks.end();
+    return type != KickType::None && (ticked || leadingNumber(yards) != 0);
+}
+
+bool ReturnEntry::setUp() const {
+    const bool ticked = std::find(marks.begin(), marks.end(), true) != marks.end();
+    return type != ReturnType::None && (ticked || leadingNumber(yards) != 0);
 }
 
 // --- checks -------------------------------------------------------------------------------------

@@ -44,6 +44,9 @@ struct KickEntry {
     void setMark(KickMark m, bool on);
     // After a kick was added: yards "0" and every check box cleared; the type stays.
     void reset();
+    // A type chosen and yards or a check box entered since the last reset: a kick the user set up
+    // that is not on the list yet.
+    bool setUp() const;
 };
 
 enum class ReturnType { None, Punt, Kick };
@@ -58,6 +61,7 @@ struct ReturnEntry {
     bool mark(ReturnMark m) const { return marks[static_cast<std::size_t>(m)]; }
     void setMark(ReturnMark m, bool on) { marks[static_cast<std::size_t>(m)] = on; }
     void reset();
+    bool setUp() const; // as for a kick
 };
 
 // Why a kick or return cannot be added, or a delete cannot be done: the message box and whether

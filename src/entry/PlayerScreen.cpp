@@ -209,7 +209,9 @@ bool PlayerScreen::clickCell(int row, int column) {
     focus_ = {};
     if (row < 0 || row >= static_cast<int>(rows_.size()))
         return false;
-    if (playerChanged_ && !validateCategory()) {
+    const bool leavesPanel = rows_[at(row)].number != player_ ||
+                             (column >= 0 && column < kCategoryColumns && column != category_);
+    if ((leavesPanel && !settleSetUpPlay()) || (playerChanged_ && !validateCategory())) {
         selected_ = {currentRow(), category_};
         return false;
     }
@@ -452,7 +454,7 @@ bool PlayerScreen::toggleTeamTotals() {
         }
         return true;
     }
-    if (playerChanged_ && !validateCategory()) {
+    if (!settleSetUpPlay() || (playerChanged_ && !validateCategory())) {
         selected_ = {currentRow(), category_};
         return false;
     }
@@ -487,8 +489,55 @@ Message PlayerScreen::saveQuestion() {
             Answer::Yes};
 }
 
+Message PlayerScreen::addKickQuestion(const std::string& item) {
+    return {"The kick you set up (" + item + ") is not on the list. Add it now?", "Kick Not Added",
+            Buttons::YesNo, Icon::Question, Answer::Yes};
+}
+
+Message PlayerScreen::addReturnQuestion(const std::string& item) {
+    return {"The return you set up (" + item + ") is not on the list. Add it now?",
+            "Return Not Added", Buttons::YesNo, Icon::Question, Answer::Yes};
+}
+
+// A kick or return set up in its panel but not added is not dropped without a word when the user
+// leaves the panel (another player or category, Team Totals, OK, Game Screen, Roster); nor may it
+// stay set up to be added later to another player. Yes, the default, adds it with the usual
+// checks; when they refuse it the user stays, with the cursor in the panel. No drops it.
+bool PlayerScreen::settleSetUpPlay() {
+    if (totalsShown_ || player_ == 0)
+        return true;
+    if (category_ == kKicking && kick_.setUp()) {
+        const std::string item = trimRight(kickItemText(kickPlay(kick_), true));
+        if (prompter_->ask(addKickQuestion(item)) != Answer::Yes) {
+            kick_.reset();
+            return true;
+        }
+        if (addKick())
+            return true;
+        if (kick_.yardsAvailable())
+            focus_ = {Focus::Target::KickYards, -1};
+        return false;
+    }
+    if (category_ == kReturns && return_.setUp()) {
+        const std::string item = trimRight(returnItemText(returnPlay(return_)));
+        if (prompter_->ask(addReturnQuestion(item)) != Answer::Yes) {
+            return_.reset();
+            return true;
+        }
+        if (addReturn())
+            return true;
+        focus_ = {Focus::Target::ReturnYards, -1};
+        return false;
+    }
+    return true;
+}
+
 // Checks and takes over the current entries before the screen saves or the roster opens.
 bool PlayerScreen::checkBeforeLeaving() {
+    if (!settleSetUpPlay()) {
+        selected_ = {currentRow(), category_};
+        return false;
+    }
     if (!playerChanged_)
         return true;
     if (!validateCategory()) {

@@ -184,6 +184,9 @@ public:
 
     static Message cancelQuestion();
     static Message saveQuestion();
+    // Asked before leaving a kick or return that was set up but not added; `item` is its list text.
+    static Message addKickQuestion(const std::string& item);
+    static Message addReturnQuestion(const std::string& item);
 
 private:
     void fillRows(const Roster& roster);
@@ -195,6 +198,7 @@ private:
     int firstField() const;
     bool canEnterPlays(char category) const;
     bool checkBeforeLeaving();
+    bool settleSetUpPlay();
     Status save();
     CategoryResults& current();
     const CategoryResults& current() const;

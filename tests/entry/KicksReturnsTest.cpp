@@ -140,6 +140,45 @@ TEST_F(KickFixture, EighteenPlaysAtMostAndDeletingMovesTheSelection) {
     EXPECT_EQ(screen.focus(), (Focus{Focus::Target::Field, 22}));
 }
 
+// A play set up but not added is never dropped without a word: leaving its panel asks, Yes (the
+// default) adds it to the player it was set up for, a refused add keeps the user there, No drops
+// it.
+TEST_F(KickFixture, LeavingASetUpPlayAsksWhetherToAddIt) {
+    ASSERT_TRUE(screen.clickCell(0, 4));
+    screen.selectKickType(KickType::FieldGoal);
+    screen.setKickYards("35");
+    screen.setKickMark(KickMark::Good, true);
+    ASSERT_TRUE(screen.clickCell(1, 4));
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown.back(),
+              (Message{"The kick you set up (FG 35 Good) is not on the list. Add it now?",
+                       "Kick Not Added", Buttons::YesNo, Icon::Question, Answer::Yes}));
+    EXPECT_TRUE(screen.kickItems().empty());     // on Kay's list, not on Ray's
+    screen.selectKickType(KickType::ExtraPoint); // the reset state: nothing to ask
+    ASSERT_TRUE(screen.clickCell(0, 4));
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(screen.kickItems(), (Strings{"FG 35 Good "}));
+
+    screen.selectKickType(KickType::Punt);
+    screen.setKickYards("101");
+    EXPECT_FALSE(screen.clickCell(1, 0));
+    EXPECT_EQ(prompter.shown.back().text, "Punt yards can not be > 100.");
+    EXPECT_EQ(screen.selectedCell(), (PlayerScreen::Cell{0, 4}));
+    EXPECT_EQ(screen.focus(), (Focus{Focus::Target::KickYards, -1}));
+    prompter.answers = {Answer::No};
+    EXPECT_EQ(screen.ok(), PlayerScreen::Leave::GameList);
+    EXPECT_EQ(statsFile(), listRecord(1, 9, 'K', {}, {{'F', 35, 2}}));
+
+    // Returns likewise, here on the way to the team totals.
+    ASSERT_TRUE(screen.clickCell(1, 5));
+    screen.selectReturnType(ReturnType::Kick);
+    screen.setReturnYards("20");
+    ASSERT_TRUE(screen.toggleTeamTotals());
+    EXPECT_EQ(prompter.shown.back().text + "|" + prompter.shown.back().title,
+              "The return you set up (KR 20) is not on the list. Add it now?|Return Not Added");
+    EXPECT_EQ(screen.returnItems(), (Strings{"KR 20 "}));
+}
+
 TEST(PlayItems, StoredMarksAreDecodedFromTheLargestBitDown) {
     EXPECT_EQ(kickItemText({'F', 35, 2}, false), "FG 35 Good ");
     EXPECT_EQ(kickItemText({'F', 35, 6}, false), "FG 35 Good Blk "); // 4 blocked, 2 good

@@ -64,6 +64,24 @@ void clickCell(QTableWidget* t, int row, int column) {
     const QRect cell = t->visualItemRect(t->item(row, column));
     QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, cell.center());
 }
+// Where the table's highlight is: the current cell and every selected cell, as "row,column".
+QStringList highlight(QTableWidget* t) {
+    QStringList cells{QStringLiteral("%1,%2").arg(t->currentRow()).arg(t->currentColumn())};
+    for (const QModelIndex& i : t->selectionModel()->selectedIndexes())
+        if (i.column() < kCategoryCount)
+            cells << QStringLiteral("%1,%2").arg(i.row()).arg(i.column());
+    return cells;
+}
+// The object names of the controls Tab visits from `from` on, `count` of them.
+QStringList tabChain(QWidget* from, int count) {
+    from->setFocus(Qt::TabFocusReason);
+    QStringList names;
+    for (int i = 0; i < count; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        names << QApplication::focusWidget()->objectName();
+    }
+    return names;
+}
 
 } // namespace
 
@@ -105,6 +123,33 @@ private slots:
         QTest::keyClick(catField(&d, 12), Qt::Key_Return);
         QCOMPARE(QApplication::focusWidget(), catField(&d, 22));
         QVERIFY(d.findChild<QCheckBox*>("chkPlayed")->isChecked());
+        // Unticking Played clears the panel and puts the cursor in its first field.
+        auto* played = d.findChild<QCheckBox*>("chkPlayed");
+        QTest::mouseClick(played, Qt::LeftButton, {}, QPoint(8, played->height() / 2));
+        QVERIFY(!played->isChecked());
+        QCOMPARE(catField(&d, 2)->text(), QStringLiteral("0"));
+        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+    }
+
+    // Tab leaves the table at once and goes through the panels in reading order, the kick and
+    // return controls included.
+    void tabGoesThroughTheScreenInReadingOrder() {
+        Season s;
+        PlayerScreenDialog d(s.files, 1, s.columns, s.prompter, QStringLiteral("Bears"), {});
+        d.show();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        clickCell(table(&d), 1, 4);
+        QCOMPARE(tabChain(table(&d), 2), QStringList({"chkPlayed", "txtCat22"}));
+        QCOMPARE(table(&d)->currentRow() * 10 + table(&d)->currentColumn(), 14);
+        QCOMPARE(tabChain(catField(&d, 26), 13),
+                 QStringList({"optFG", "optXpt", "optPunt", "txtKYards", "chkKGood", "chkKBlocked",
+                              "chkKFairCatch", "chkKInside20", "chkKTouchback", "cmdAddKick",
+                              "lstKicks", "cmdDeleteKick", "cmdTeam"}));
+        clickCell(table(&d), 1, 5);
+        QCOMPARE(
+            tabChain(catField(&d, 26), 10),
+            QStringList({"optPuntReturn", "optKickReturn", "txtYards", "chkFairCatch", "chkFumble",
+                         "chkTD", "cmdAddReturn", "lstReturns", "cmdDeleteReturn", "cmdTeam"}));
     }
 
     // A click on another player while the entries break a rule keeps the table on the current
@@ -124,6 +169,19 @@ private slots:
         QCOMPARE(table(&d)->currentRow(), 0);
         QCOMPARE(table(&d)->currentColumn(), 0);
         QCOMPARE(label(&d, "lblStatType"), QStringLiteral("PASSING"));
+        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        const QStringList onAdams = {"0,0", "0,0", "0,1", "0,2", "0,3", "0,4", "0,5"};
+        QCOMPARE(highlight(table(&d)), onAdams);
+        // An arrow key in the table is refused the same way.
+        table(&d)->setFocus();
+        QTest::keyClick(table(&d), Qt::Key_Down);
+        QCOMPARE(s.prompter.shown.size(), std::size_t(2));
+        QCOMPARE(highlight(table(&d)), onAdams);
+        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        // So is Team Totals, and the cursor goes to the field to correct.
+        type(catField(&d, 4), QStringLiteral("5"));
+        press(&d, "cmdTeam");
+        QCOMPARE(s.prompter.shown.size(), std::size_t(3));
         QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
 
         // Corrected, the click goes through: Baker's defense panel.

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPushButton>
@@ -22,6 +23,9 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <utility>
+#include <vector>
 
 namespace scorvane {
 
@@ -135,14 +139,23 @@ PlayerScreenDialog::PlayerScreenDialog(TeamFiles files, int gameNumber, const Co
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setIconSize(QSize(kBall, kBall));
     table_->setToolTip(QStringLiteral("Click Table to Select"));
+    // Arrow keys move in the table; Tab goes on to the panel.
+    table_->setTabKeyNavigation(false);
     for (int c = 0; c < kCategoryCount; ++c)
         table_->setColumnWidth(c, kBall + 20);
     table_->setColumnWidth(kNumberColumn, 36);
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->setMinimumWidth(6 * (kBall + 20) + 36 + 150);
     table_->installEventFilter(this);
+    table_->viewport()->installEventFilter(this);
     connect(table_, &QTableWidget::currentCellChanged, this,
             [this](int row, int column) { cellClicked(row, column); });
+    // The highlight is where the model says, whatever the table did with a key or a click the
+    // model refused.
+    connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!showing_)
+            selectModelCell();
+    });
     auto* tablePrompt = plainLabel(QStringLiteral("Click Table to Select"), this);
     tablePrompt->setBuddy(table_);
 
@@ -173,6 +186,7 @@ PlayerScreenDialog::PlayerScreenDialog(TeamFiles files, int gameNumber, const Co
     connect(played_, &QCheckBox::clicked, this, [this] {
         model_.clickPlayed();
         showAll();
+        applyFocus();
     });
 
     auto* who = new QGridLayout;
@@ -216,6 +230,7 @@ PlayerScreenDialog::PlayerScreenDialog(TeamFiles files, int gameNumber, const Co
     connect(team_, &QPushButton::clicked, this, [this] {
         model_.toggleTeamTotals();
         showAll();
+        applyFocus();
     });
     connect(roster_, &QPushButton::clicked, this, &PlayerScreenDialog::openRoster);
 
@@ -238,11 +253,30 @@ PlayerScreenDialog::PlayerScreenDialog(TeamFiles files, int gameNumber, const Co
     layout->addWidget(message_);
     layout->addLayout(buttons);
     resize(980, 640);
+    setTabOrderByReading();
 
     // A disk error was shown by the storage layer; the screen shows what could be read.
     (void)model_.open(files_, gameNumber, columns, prompter_, toFileText(teamName));
     showAll();
     applyFocus();
+}
+
+// Tab follows the screen as it is read: the table, the player's panel with its fields, the kick
+// and return controls (entry controls, then the list and its Delete), then the buttons.
+void PlayerScreenDialog::setTabOrderByReading() {
+    std::vector<QWidget*> chain = {table_, played_};
+    chain.insert(chain.end(), fields_.begin(), fields_.end());
+    chain.insert(chain.end(), kickTypes_.begin(), kickTypes_.end());
+    chain.push_back(kickYards_);
+    chain.insert(chain.end(), kickMarks_.begin(), kickMarks_.end());
+    chain.insert(chain.end(), {addKick_, kicks_, deleteKick_});
+    chain.insert(chain.end(), returnTypes_.begin(), returnTypes_.end());
+    chain.push_back(returnYards_);
+    chain.insert(chain.end(), returnMarks_.begin(), returnMarks_.end());
+    chain.insert(chain.end(), {addReturn_, returnList_, deleteReturn_});
+    chain.insert(chain.end(), {team_, roster_, gameScreen_, ok_, cancel_});
+    for (std::size_t i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
 }
 
 void PlayerScreenDialog::buildHeading(QWidget* parent, QGridLayout* grid) {
@@ -316,11 +350,15 @@ QGroupBox* PlayerScreenDialog::buildKicks() {
                   named(new QRadioButton(QStringLiteral("Punt"), box), "optPunt")};
     const std::array<KickType, 3> types = {KickType::FieldGoal, KickType::ExtraPoint,
                                            KickType::Punt};
-    for (std::size_t i = 0; i < types.size(); ++i)
+    // The model keeps one type chosen; options that are not exclusive by themselves each take
+    // the focus on Tab.
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        kickTypes_[i]->setAutoExclusive(false);
         connect(kickTypes_[i], &QRadioButton::clicked, this, [this, type = types[i]] {
             model_.selectKickType(type);
             showAll();
         });
+    }
     kickYards_ = named(new QLineEdit(box), "txtKYards");
     kickYards_->setMaxLength(4);
     kickYards_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-100")) + 16);
@@ -396,11 +434,13 @@ QGroupBox* PlayerScreenDialog::buildReturns() {
     returnTypes_ = {named(new QRadioButton(QStringLiteral("Punt Return"), box), "optPuntReturn"),
                     named(new QRadioButton(QStringLiteral("Kick Return"), box), "optKickReturn")};
     const std::array<ReturnType, 2> types = {ReturnType::Punt, ReturnType::Kick};
-    for (std::size_t i = 0; i < types.size(); ++i)
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        returnTypes_[i]->setAutoExclusive(false); // one chosen by the model, as for the kicks
         connect(returnTypes_[i], &QRadioButton::clicked, this, [this, type = types[i]] {
             model_.selectReturnType(type);
             showAll();
         });
+    }
     returnYards_ = named(new QLineEdit(box), "txtYards");
     returnYards_->setMaxLength(4);
     returnYards_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-120")) + 16);
@@ -522,11 +562,23 @@ void PlayerScreenDialog::showTable() {
         }
     }
     if (cell.row >= 0 && cell.column >= 0) {
-        table_->setCurrentCell(cell.row, cell.column);
+        selectModelCell();
         table_->scrollToItem(table_->item(cell.row, cell.column));
     }
     for (int c = 0; c < kCategoryCount; ++c)
         counters_[static_cast<std::size_t>(c)]->setText(fromUtf8(model_.counterText(c)));
+}
+
+// Puts the table's current cell and its selection on the model's cell.
+void PlayerScreenDialog::selectModelCell() {
+    const PlayerScreen::Cell cell = model_.selectedCell();
+    if (cell.row < 0 || cell.column < 0)
+        return;
+    const bool was = std::exchange(showing_, true);
+    const QSignalBlocker block(table_);
+    table_->setCurrentCell(cell.row, cell.column,
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    showing_ = was;
 }
 
 void PlayerScreenDialog::showPanel() {
@@ -563,9 +615,7 @@ void PlayerScreenDialog::showLists() {
                                                KickType::Punt};
     for (std::size_t i = 0; i < kickTypes_.size(); ++i) {
         const QSignalBlocker block(kickTypes_[i]);
-        kickTypes_[i]->setAutoExclusive(false);
         kickTypes_[i]->setChecked(kick.type == kickTypes[i]);
-        kickTypes_[i]->setAutoExclusive(true);
         kickTypes_[i]->setEnabled(entry);
     }
     setTextIfDifferent(kickYards_, fromUtf8(kick.yards));
@@ -591,9 +641,7 @@ void PlayerScreenDialog::showLists() {
     const std::array<ReturnType, 2> returnTypes = {ReturnType::Punt, ReturnType::Kick};
     for (std::size_t i = 0; i < returnTypes_.size(); ++i) {
         const QSignalBlocker block(returnTypes_[i]);
-        returnTypes_[i]->setAutoExclusive(false);
         returnTypes_[i]->setChecked(ret.type == returnTypes[i]);
-        returnTypes_[i]->setAutoExclusive(true);
         returnTypes_[i]->setEnabled(entry);
     }
     setTextIfDifferent(returnYards_, fromUtf8(ret.yards));
@@ -639,6 +687,20 @@ void PlayerScreenDialog::cellClicked(int row, int column) {
     model_.clickCell(row, column);
     showAll();
     applyFocus();
+}
+
+// A press on another cell of the table goes to the model before the table sees it. When the
+// current entries fail their check the press is swallowed, so neither the table's current cell
+// nor its selection ever leaves the player being edited.
+bool PlayerScreenDialog::tablePressed(const QPoint& position) {
+    const QModelIndex index = table_->indexAt(position);
+    if (!index.isValid() ||
+        (index.row() == table_->currentRow() && index.column() == table_->currentColumn()))
+        return false;
+    const bool moved = model_.clickCell(index.row(), index.column());
+    showAll();
+    applyFocus();
+    return !moved;
 }
 
 void PlayerScreenDialog::fieldEdited(int field, const QString& text) {
@@ -692,6 +754,9 @@ void PlayerScreenDialog::openRoster() {
 
 bool PlayerScreenDialog::eventFilter(QObject* watched, QEvent* event) {
     const auto type = event->type();
+    if (watched == table_->viewport() &&
+        (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick))
+        return tablePressed(static_cast<QMouseEvent*>(event)->position().toPoint());
     for (int n = 0; n < kEntryFieldCount; ++n) {
         if (watched != fields_[static_cast<std::size_t>(n)])
             continue;
