@@ -1,8 +1,13 @@
 #include "DialogParts.h"
 
+#include <QApplication>
 #include <QFontDatabase>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QSpacerItem>
 
 namespace scorvane {
 
@@ -43,6 +48,31 @@ QListWidget* rosterLineList(QWidget* parent, const char* objectName) {
     auto* list = singleSelectionList(parent, QString::fromLatin1(objectName));
     fitWidthTo(list, QStringLiteral("99 ") + QString(20, QLatin1Char('_')));
     return list;
+}
+
+int titleBarWidth(const QString& title) {
+    QFont font = QApplication::font("QMdiSubWindowTitleBar");
+    font.setBold(true);
+    const QFontMetrics metrics(font);
+    // The window's icon and up to three buttons, each about two lines of the title high and wide,
+    // and the frame's borders on either side.
+    const int buttons = 8 * metrics.height();
+    return metrics.horizontalAdvance(title) + buttons;
+}
+
+void fitTitle(QMessageBox& box) {
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    const int width = titleBarWidth(box.windowTitle());
+    if (!grid) {
+        box.setMinimumWidth(width);
+        return;
+    }
+    // A row of its own under everything else, as wide as the title needs: the box's own sizing
+    // then never goes below it.
+    const QMargins margins = grid->contentsMargins();
+    grid->addItem(new QSpacerItem(width - margins.left() - margins.right(), 0, QSizePolicy::Minimum,
+                                  QSizePolicy::Fixed),
+                  grid->rowCount(), 0, 1, qMax(1, grid->columnCount()));
 }
 
 } // namespace scorvane

@@ -3,7 +3,9 @@
 #include <utility>
 
 class QListWidget;
+class QMessageBox;
 class QPushButton;
+class QString;
 class QWidget;
 
 namespace scorvane {
@@ -22,5 +24,15 @@ QListWidget* gameLineList(QWidget* parent, int columns);
 // It keeps the ordinary proportional font: the lines pad numbers below 10 with two spaces, which
 // take the width of one digit there, so the names line up.
 QListWidget* rosterLineList(QWidget* parent, const char* objectName);
+
+// The width a window needs for `title` to stand whole in its title bar: the title in the title
+// bar's font, bold as most window managers draw it, plus room for the window's icon and its
+// buttons.
+int titleBarWidth(const QString& title);
+
+// Keeps a message box at least titleBarWidth(its title) wide. A message box sizes itself to its
+// text whenever it is shown, which cuts a title longer than the text; call this once the box
+// has its title, text and buttons (setting the text or the icon later lays it out anew).
+void fitTitle(QMessageBox& box);
 
 } // namespace scorvane

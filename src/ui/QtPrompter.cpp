@@ -1,5 +1,6 @@
 #include "QtPrompter.h"
 
+#include "DialogParts.h"
 #include "TextCodec.h"
 
 #include <cstdio>
@@ -88,6 +89,7 @@ Answer QtPrompter::ask(const Message& message) {
     box.setWindowModality(Qt::ApplicationModal);
     // A default answer that is not among the box's buttons leaves the box's own default.
     box.setDefaultButton(standardButton(message.defaultAnswer));
+    fitTitle(box);
     const auto clicked = static_cast<QMessageBox::StandardButton>(box.exec());
     return answerFor(clicked, message.buttons);
 }

@@ -11,8 +11,9 @@ namespace scorvane {
 // The logic's questions as real message boxes.
 //
 // Each Message becomes one application-modal QMessageBox with exactly the message's text (shown
-// as plain text, never interpreted as markup), title, buttons, icon and default button. A box
-// can be shown before any window exists: with no parent widget it stands on its own.
+// as plain text, never interpreted as markup), title, buttons, icon and default button, and is
+// wide enough to show the whole title. A box can be shown before any window exists: with no
+// parent widget it stands on its own.
 class QtPrompter : public Prompter {
 public:
     explicit QtPrompter(QWidget* parent = nullptr) : parent_(parent) {}

@@ -1,6 +1,7 @@
 // The message boxes of QtPrompter and the About box on their own.
 
 #include "shell/ui/AboutDialog.h"
+#include "ui/DialogParts.h"
 #include "ui/QtPrompter.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ struct SeenBox {
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
     Qt::TextFormat format = Qt::AutoText;
     QWidget* parent = nullptr;
+    int width = 0;
 };
 
 // Records the first message box that comes up and closes it with the button `click`, or with
@@ -53,7 +55,8 @@ void answerNextBox(SeenBox& seen, QMessageBox::StandardButton click) {
                 box->standardButtons(),
                 box->standardButton(box->defaultButton()),
                 box->textFormat(),
-                box->parentWidget()};
+                box->parentWidget(),
+                box->width()};
         if (click == QMessageBox::NoButton)
             QTest::keyClick(box, Qt::Key_Escape);
         else
@@ -94,6 +97,12 @@ void TestDialogs::promptShowsTheMessageExactly_data() {
         << Message{"BXFB.INI File Corrupt or Not Found", "Error", Buttons::Ok, Icon::Critical,
                    Answer::Ok}
         << false << int(B::Ok) << int(B::Ok) << int(B::Critical) << int(B::Ok) << Answer::Ok;
+    // A title far longer than its text is not cut.
+    QTest::newRow("long title, short text")
+        << Message{"Save changes?", "Player Statistics Changed!", Buttons::YesNo, Icon::Question,
+                   Answer::No}
+        << true << int(B::No) << int(B::Yes | B::No) << int(B::Question) << int(B::No)
+        << Answer::No;
     QTest::newRow("ok-cancel, cancel chosen")
         << Message{"Text", "Title", Buttons::OkCancel, Icon::Question, Answer::Ok} << false
         << int(B::Cancel) << int(B::Ok | B::Cancel) << int(B::Question) << int(B::Ok)
@@ -134,6 +143,13 @@ void TestDialogs::promptShowsTheMessageExactly() {
     QTEST(int(seen.defaultButton), "expectedDefault");
     QTEST(answer, "expectedAnswer");
     QCOMPARE(seen.parent, withParent ? &owner : nullptr);
+    // Wide enough for the title in the title bar's bold font with the window's buttons beside it.
+    QFont titleFont = QApplication::font("QMdiSubWindowTitleBar");
+    titleFont.setBold(true);
+    const int titleText = QFontMetrics(titleFont).horizontalAdvance(seen.title);
+    QVERIFY(titleBarWidth(seen.title) >= titleText + 100);
+    QVERIFY2(seen.width >= titleBarWidth(seen.title),
+             qPrintable(QStringLiteral("%1 < %2").arg(seen.width).arg(titleBarWidth(seen.title))));
 }
 
 void TestDialogs::aboutBoxShowsNameAndVersion() {

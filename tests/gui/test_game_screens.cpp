@@ -159,6 +159,19 @@ private slots:
         QCOMPARE(s.gameByte(1, 2), 'D');
         QCOMPARE(s.gameByte(2, 0), char(1)); // Rams is game 1 now
 
+        // A game added at the end is the selected line when the list comes back.
+        QTimer::singleShot(0, [&] {
+            QWidget* game = QApplication::activeModalWidget();
+            QTest::keyClicks(box(game, "txtGameDate"), QStringLiteral("091325"));
+            QTest::keyClicks(box(game, "txtScore1"), QStringLiteral("21"));
+            press(game, "cmdOK");
+        });
+        press(&d, "cmdAddGame");
+        QCOMPARE(list->count(), 3);
+        QCOMPARE(list->currentRow(), 1);
+        QCOMPARE(list->selectedItems().value(0), list->item(1));
+        QVERIFY(list->item(1)->text().startsWith(QStringLiteral("2   09/13/25")));
+
         // Alt+L is Close's own key.
         d.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&d));

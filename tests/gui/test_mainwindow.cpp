@@ -3,8 +3,10 @@
 #include "shell/Help.h"
 #include "shell/MenuModel.h"
 #include "shell/Startup.h"
+#include "shell/TeamSelection.h"
 #include "shell/ui/HelpWindow.h"
 #include "shell/ui/MainWindow.h"
+#include "shell/ui/TeamSelectPanel.h"
 #include "support/FakePrompter.h"
 #include "ui/TextCodec.h"
 
@@ -12,9 +14,11 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QtTest>
@@ -57,6 +61,7 @@ private slots:
     void captionAndStartPageNameTheDataDirectory();
     void menuBarFollowsTheMenuTree();
     void exitButtonAndExitCommandCloseTheWindow();
+    void aStrayKeyAfterStartUpLeavesTheWindowOpen();
     void commandsNeedTheirScreenAndMarkedTeams();
     void helpTopicOpensItsPageOrTheHelpError();
     void textCodecConvertsFileBytes();
@@ -116,6 +121,28 @@ void TestMainWindow::exitButtonAndExitCommandCloseTheWindow() {
     }
 }
 
+void TestMainWindow::aStrayKeyAfterStartUpLeavesTheWindowOpen() {
+    Fixture f;
+    TeamSelection teams;
+    auto* panel = new TeamSelectPanel(teams);
+    f.window->setTeamPanel(panel);
+    panel->refresh();
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+    QCOMPARE(QApplication::focusWidget(), panel->list());
+    auto* exit = f.window->findChild<QPushButton*>(QStringLiteral("cmdExit"));
+    QVERIFY(!exit->isDefault() && !exit->autoDefault());
+    for (Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QVERIFY2(f.window->isVisible(), qPrintable(QKeySequence(key).toString()));
+    }
+    // Tab walks the window without ever stopping on the exit button.
+    for (int i = 0; i < 10; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget() != exit);
+    }
+}
+
 void TestMainWindow::commandsNeedTheirScreenAndMarkedTeams() {
     Fixture f;
     // Nothing registered, no team marked: only help topics, About and Exit work.
@@ -160,10 +187,17 @@ void TestMainWindow::helpTopicOpensItsPageOrTheHelpError() {
     QVERIFY(help && help->isVisible());
     QVERIFY(help->browser()->source().toLocalFile().endsWith(QStringLiteral("/topic240.html")));
     QVERIFY(help->browser()->toPlainText().contains(QStringLiteral("Completions and attempts.")));
-    help->close();
+    // Escape closes it. Opened again, it stands whole on the main window's screen, however
+    // large it was left and wherever the main window stands.
+    QTest::keyClick(help->browser(), Qt::Key_Escape);
+    QVERIFY(!help->isVisible());
+    const QRect screen = f.window->screen()->availableGeometry();
+    help->resize(screen.size() + QSize(100, 100));
+    f.window->move(screen.right() - 200, screen.bottom() - 150);
     f.act("mnuPassingStatistics")->trigger();
     QCOMPARE(f.window->helpWindow(), help); // the same window comes back
     QVERIFY(help->isVisible());
+    QVERIFY(screen.contains(help->frameGeometry()));
     QVERIFY(f.prompter.shown.empty());
 
     // No page for kicking: the Help Error only.

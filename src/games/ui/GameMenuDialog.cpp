@@ -163,9 +163,13 @@ void GameMenuDialog::openGame(EntryMode mode, int gameNumber, bool playersFirst)
     // A disk error was shown by the storage layer; the lines read so far are shown.
     (void)games_.refresh(files_, config_, lines);
     const int count = static_cast<int>(lines.size());
-    if (mode == EntryMode::Add && saved)
+    int selected = row >= 0 && row < count ? row : count - 1;
+    // A game added at the end is the line to go on with.
+    if (mode == EntryMode::Add && saved) {
         currentGame_ = games_.activeCount();
-    showLines(lines, games_.activeCount(), row >= 0 && row < count ? row : count - 1);
+        selected = currentGame_ - 1;
+    }
+    showLines(lines, games_.activeCount(), selected);
     list_->setFocus();
 }
 

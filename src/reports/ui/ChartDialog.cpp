@@ -1,5 +1,6 @@
 #include "ChartDialog.h"
 
+#include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
 
 #include <QBarCategoryAxis>
@@ -124,10 +125,15 @@ void ChartDialog::save() {
         return;
     if (!path.endsWith(QStringLiteral(".png"), Qt::CaseInsensitive))
         path += QStringLiteral(".png");
-    if (!saveTo(path))
-        QMessageBox::warning(this, QStringLiteral("Chart Not Saved"),
-                             QStringLiteral("The chart could not be written to ") + path +
-                                 QStringLiteral("."));
+    if (!saveTo(path)) {
+        QMessageBox box(QMessageBox::Warning, QStringLiteral("Chart Not Saved"),
+                        QStringLiteral("The chart could not be written to ") + path +
+                            QStringLiteral("."),
+                        QMessageBox::Ok, this);
+        box.setTextFormat(Qt::PlainText);
+        fitTitle(box);
+        box.exec();
+    }
 }
 
 } // namespace scorvane

@@ -2,7 +2,10 @@
 
 #include <QAction>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QKeySequence>
+#include <QScreen>
 #include <QStyle>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -52,9 +55,45 @@ void HelpWindow::showPage(const QString& path) {
     browser_->setSource(QUrl::fromLocalFile(page.absoluteFilePath()));
 
     setWindowState(windowState() & ~Qt::WindowMinimized);
+    // A window the user has open stays where it is; one that comes up afresh is put over the
+    // main window.
+    if (!isVisible())
+        placeOver(parentWidget() ? parentWidget()->window() : nullptr);
     show();
     raise();
     activateWindow();
+}
+
+void HelpWindow::placeOver(const QWidget* anchor) {
+    QScreen* screen = anchor ? anchor->screen() : QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    // The window manager's frame is known once the window has been shown; before that a title
+    // bar and thin borders are allowed for.
+    QMargins frame(geometry().left() - frameGeometry().left(),
+                   geometry().top() - frameGeometry().top(),
+                   frameGeometry().right() - geometry().right(),
+                   frameGeometry().bottom() - geometry().bottom());
+    if (frame.isNull())
+        frame = QMargins(kFrameGuess, kTitleBarGuess, kFrameGuess, kFrameGuess);
+    const QRect room = screen->availableGeometry().marginsRemoved(frame);
+
+    QRect placed(QPoint(), size().boundedTo(room.size()));
+    placed.moveCenter(anchor ? anchor->geometry().center() : room.center());
+    placed.moveRight(qMin(placed.right(), room.right()));
+    placed.moveBottom(qMin(placed.bottom(), room.bottom()));
+    placed.moveLeft(qMax(placed.left(), room.left()));
+    placed.moveTop(qMax(placed.top(), room.top()));
+    setGeometry(placed);
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+    // Escape puts the page away, as it closes the program's other windows.
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        close();
+        return;
+    }
+    QMainWindow::keyPressEvent(event);
 }
 
 } // namespace scorvane

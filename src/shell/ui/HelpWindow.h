@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 class QAction;
+class QKeyEvent;
 class QTextBrowser;
 
 namespace scorvane {
@@ -22,7 +23,17 @@ public:
 
     QTextBrowser* browser() const { return browser_; }
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
+    // Puts the window over `anchor` (the main window), whole on that window's screen: moved in
+    // from the edges, and made smaller where the screen is too small for it.
+    void placeOver(const QWidget* anchor);
+
+    static constexpr int kTitleBarGuess = 40;
+    static constexpr int kFrameGuess = 8;
+
     QTextBrowser* browser_;
     QAction* back_;
     QAction* forward_;

@@ -202,6 +202,11 @@ QWidget* MainWindow::buildStartPage() {
     exitButton_->setObjectName(QStringLiteral("cmdExit"));
     exitButton_->setMinimumWidth(130);
     exitButton_->setMinimumHeight(32);
+    // The button never takes the keyboard focus, so no stray Space or Enter ends the program;
+    // from the keyboard the program ends with File > Exit Program.
+    exitButton_->setFocusPolicy(Qt::NoFocus);
+    exitButton_->setAutoDefault(false);
+    exitButton_->setDefault(false);
     connect(exitButton_, &QPushButton::clicked, this, [this] {
         if (const MenuItem* item = findMenuItem("mnuExitProgram"))
             runCommand(*item);
@@ -267,6 +272,8 @@ void MainWindow::setTeamPanel(QWidget* panel) {
     panelSlot_->addSpacing(14);
     panelSlot_->addWidget(panel, 1);
     panelSlot_->addSpacing(14);
+    // The team list is where work starts: it has the focus when the window comes up.
+    panel->setFocus();
     resize(width(), qMax(height(), 640));
 }
 

@@ -52,8 +52,8 @@ public:
     // configuration is the caller's business.
     void setDataDirectory(const std::string& dataDirectory);
 
-    // Puts the team selection (the resting screen) on the start page, below the data directory.
-    // The window takes the panel over.
+    // Puts the team selection (the resting screen) on the start page, below the data directory,
+    // and gives it the keyboard focus. The window takes the panel over.
     void setTeamPanel(QWidget* panel);
 
     ShellState& shellState() { return state_; }

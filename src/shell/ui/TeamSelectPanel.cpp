@@ -59,6 +59,7 @@ TeamSelectPanel::TeamSelectPanel(TeamSelection& teams, QWidget* parent)
     list_->setSelectionMode(QAbstractItemView::MultiSelection);
     list_->setUniformItemSizes(true);
     list_->setAlternatingRowColors(true);
+    setFocusProxy(list_);
 
     connect(list_, &QListWidget::itemSelectionChanged, this, [this] {
         if (!filling_)

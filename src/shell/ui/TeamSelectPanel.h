@@ -14,7 +14,7 @@ class TeamSelection;
 //
 // Every change of the list's selection is handed to TeamSelection::click at once, so the marks
 // and the current team always match what the user sees; countChanged then tells how many teams
-// are marked.
+// are marked. The panel hands the keyboard focus to its list.
 class TeamSelectPanel : public QFrame {
     Q_OBJECT
 
