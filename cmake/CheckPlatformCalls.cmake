@@ -1,7 +1,10 @@
 # Checks that only the storage layer's platform part talks to the operating system:
 #   cmake -DSOURCE_DIRS="<src>;<tools>" -P CheckPlatformCalls.cmake
-# A system header (POSIX or Windows) or a test of which system it is, anywhere but in
-# src/storage/Platform*.cpp, is listed and the check fails.
+# A system header (POSIX or Windows), a test of which system it is, the standard library's own
+# file-system part (<filesystem>, std::filesystem), its file streams (<fstream>, fopen) or a read
+# of the environment (getenv), anywhere but in src/storage/Platform*.cpp, is listed and the check
+# fails. The last three because on Windows they take names in the ANSI code page, while the
+# program's names are UTF-8 throughout.
 
 cmake_minimum_required(VERSION 3.22)
 
@@ -29,6 +32,18 @@ foreach(dir ${SOURCE_DIRS})
                 list(APPEND breaches "${source}: includes <${CMAKE_MATCH_1}.h>")
             elseif(line MATCHES "#[ \t]*(if|ifdef|ifndef|elif).*(${system_tests})")
                 list(APPEND breaches "${source}: asks for ${CMAKE_MATCH_2}")
+            endif()
+        endforeach()
+        file(STRINGS ${source} lines REGEX "filesystem|fstream|fopen|getenv")
+        foreach(line ${lines})
+            if(line MATCHES "#[ \t]*include[ \t]*<filesystem>")
+                list(APPEND breaches "${source}: includes <filesystem>")
+            elseif(line MATCHES "std::filesystem")
+                list(APPEND breaches "${source}: uses std::filesystem")
+            elseif(line MATCHES "#[ \t]*include[ \t]*<fstream>|std::w?[io]?fstream|(^|[^a-z_])_?w?fopen(_s)?[ \t]*\\(")
+                list(APPEND breaches "${source}: opens a file by its name outside the platform part")
+            elseif(line MATCHES "(^|[^a-z_])_?w?getenv(_s)?[ \t]*\\(")
+                list(APPEND breaches "${source}: reads the environment (getenv)")
             endif()
         endforeach()
     endforeach()

@@ -5,12 +5,12 @@
 // there are left alone, so the build can run this every time.
 
 #include "sample/SampleSeason.h"
+#include "storage/Platform.h"
+#include "storage/RecordFile.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <string>
-#include <system_error>
 
 namespace {
 
@@ -35,7 +35,7 @@ private:
 // An absolute folder ending in "/": the folder is written into BXFB.INI and must not depend on
 // where the program is started from.
 std::string absoluteFolder(const std::string& text) {
-    std::string folder = std::filesystem::absolute(text).lexically_normal().string();
+    std::string folder = platform::absolutePath(text);
     if (folder.empty() || folder.back() != '/')
         folder += '/';
     return folder;
@@ -52,10 +52,8 @@ int main(int argc, char** argv) {
     const std::string sampleFolder =
         argc == 3 ? absoluteFolder(argv[2]) : programFolder + "sample-season/";
 
-    std::error_code ec;
-    std::filesystem::create_directories(programFolder, ec);
-    if (ec) {
-        std::cerr << "scorvane-setup: cannot create " << programFolder << ": " << ec.message()
+    if (const Status s = createDirectories(programFolder); !s) {
+        std::cerr << "scorvane-setup: cannot create " << programFolder << ": " << s.message()
                   << '\n';
         return 1;
     }

@@ -4,18 +4,14 @@
 #include "storage/Cp1252.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
+#include <cstdint>
 
 namespace scorvane {
 namespace {
 
-std::string systemText() {
-    return std::error_code(errno, std::generic_category()).message();
-}
-
-Status fileError(const std::string& what) {
-    return Status::error(ErrorKind::Disk, what + ": " + systemText(), diskerr::Other);
+// A failure of the system, with what was being done and the file's name before the system's text.
+Status fileError(const std::string& what, const Status& system) {
+    return Status::error(ErrorKind::Disk, what + ": " + system.message(), system.code());
 }
 
 } // namespace
@@ -58,33 +54,53 @@ std::string textFileLine(std::string_view line) {
 
 Status TextFileOutput::open() {
     file_.close();
-    file_.clear();
-    errno = 0;
-    // Binary: the same bytes on every system (no line feed turned into CR LF on Windows).
-    file_.open(path_,
-               std::ios::out | std::ios::binary | (append_ ? std::ios::app : std::ios::trunc));
-    if (!file_.is_open())
-        return fileError("Cannot open " + path_);
+    buffer_.clear();
+    end_ = 0;
+    // Bytes as they are: no line feed turned into CR LF on Windows.
+    const auto mode = append_ ? platform::OpenMode::ReadWrite : platform::OpenMode::Replace;
+    if (Status s = platform::openFile(path_, mode, file_); !s)
+        return fileError("Cannot open " + path_, s);
+    if (append_) {
+        if (Status s = platform::fileSize(file_, end_); !s) {
+            file_.close();
+            return fileError("Cannot open " + path_, s);
+        }
+    }
+    return Status::ok();
+}
+
+// Written at a known place, so a retry after a failure writes the same bytes to the same place.
+Status TextFileOutput::writeBuffered() {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer_.data());
+    if (Status s = platform::writeAt(file_, end_, bytes, buffer_.size()); !s)
+        return fileError("Cannot write " + path_, s);
+    end_ += static_cast<long long>(buffer_.size());
+    buffer_.clear();
     return Status::ok();
 }
 
 Status TextFileOutput::print(std::string_view line) {
-    if (!file_.is_open())
+    if (!file_.isOpen())
         return Status::error(ErrorKind::Disk, path_ + " is not open", diskerr::Other);
-    errno = 0;
-    file_ << textFileLine(line) << '\n';
-    if (!file_)
-        return fileError("Cannot write " + path_);
+    // The lines gathered so far go first, so a line is never taken twice when the user retries.
+    constexpr std::size_t kPiece = 64 * 1024;
+    if (buffer_.size() >= kPiece) {
+        if (Status s = writeBuffered(); !s)
+            return s;
+    }
+    buffer_ += textFileLine(line);
+    buffer_ += '\n';
     return Status::ok();
 }
 
 Status TextFileOutput::close() {
-    if (!file_.is_open())
+    if (!file_.isOpen())
         return Status::ok();
-    errno = 0;
+    if (!buffer_.empty()) {
+        if (Status s = writeBuffered(); !s)
+            return s;
+    }
     file_.close();
-    if (file_.fail())
-        return fileError("Cannot write " + path_);
     return Status::ok();
 }
 
@@ -147,16 +163,14 @@ std::vector<std::string> repeatCopies(const std::vector<std::string>& lines, int
 
 Status saveReportFile(const std::string& path, std::string_view contents, Prompter* prompter) {
     for (;;) {
-        errno = 0;
-        std::ofstream file(path, std::ios::out | std::ios::binary | std::ios::trunc);
-        Status s = Status::ok();
-        if (!file.is_open()) {
-            s = fileError("Cannot open " + path);
+        platform::File file;
+        Status s = platform::openFile(path, platform::OpenMode::Replace, file);
+        if (!s) {
+            s = fileError("Cannot open " + path, s);
         } else {
-            file.write(contents.data(), static_cast<std::streamsize>(contents.size()));
-            file.close();
-            if (file.fail())
-                s = fileError("Cannot write " + path);
+            const auto* bytes = reinterpret_cast<const std::uint8_t*>(contents.data());
+            if (Status w = platform::writeAt(file, 0, bytes, contents.size()); !w)
+                s = fileError("Cannot write " + path, w);
         }
         if (s || !prompter)
             return s;

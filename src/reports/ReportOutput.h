@@ -1,9 +1,9 @@
 #pragma once
 
+#include "storage/Platform.h"
 #include "storage/Prompter.h"
 #include "storage/Status.h"
 
-#include <fstream>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -85,9 +85,13 @@ public:
     Status close() override;
 
 private:
+    [[nodiscard]] Status writeBuffered();
+
     std::string path_;
     bool append_;
-    std::ofstream file_;
+    platform::File file_;
+    long long end_ = 0;  // where the next bytes go
+    std::string buffer_; // lines not yet written, up to about 64 KiB
 };
 
 // An open stream (standard output) written as a text file would be.

@@ -5,9 +5,9 @@
 #include "storage/Platform.h"
 #include "storage/RecordFile.h"
 
+#include <algorithm>
+#include <cctype>
 #include <ctime>
-#include <filesystem>
-#include <system_error>
 
 namespace scorvane {
 
@@ -59,8 +59,38 @@ std::string timestampNow() {
     return text;
 }
 
-std::string defaultBackupName(const std::string& madeOn) {
-    return "Scorvane Backup " + madeOn.substr(0, 10) + kBackupExtension;
+std::string defaultBackupName(const std::string& madeOn, const std::string& teamName) {
+    const std::string date = madeOn.substr(0, 10);
+    const std::string name = suggestedFileName({teamName, "Backup"}, date, kBackupExtension);
+    // No name, or none a file name can hold: the program's.
+    if (name == suggestedFileName({"Backup"}, date, kBackupExtension))
+        return suggestedFileName({"Scorvane", "Backup"}, date, kBackupExtension);
+    return name;
+}
+
+std::string newestBackup(const std::string& folder) {
+    std::vector<platform::FolderEntry> entries;
+    if (folder.empty() || !platform::listFolder(folder, entries))
+        return {};
+    const std::string extension = kBackupExtension;
+    const platform::FolderEntry* newest = nullptr;
+    for (const platform::FolderEntry& e : entries) {
+        // "season.SFB" too: Windows keeps the case a name was typed in.
+        const auto sameLetter = [](char x, char y) {
+            return std::tolower(static_cast<unsigned char>(x)) ==
+                   std::tolower(static_cast<unsigned char>(y));
+        };
+        if (e.isFolder || e.name.size() <= extension.size() ||
+            !std::equal(extension.begin(), extension.end(),
+                        e.name.end() - static_cast<std::ptrdiff_t>(extension.size()), sameLetter))
+            continue;
+        if (newest == nullptr || e.modified > newest->modified ||
+            (e.modified == newest->modified && e.name > newest->name))
+            newest = &e;
+    }
+    if (newest == nullptr)
+        return {};
+    return (platform::isSeparator(folder.back()) ? folder : folder + "/") + newest->name;
 }
 
 std::string undoBackupName(const std::string& madeOn) {
@@ -83,15 +113,14 @@ Status finishInterruptedChanges(const DataPaths& paths) {
     if (Status s = discardUnfinishedChanges(paths.dataDirectory); !s)
         return s;
     // The temporary file of a "Before restore" backup a crash stopped while it was written.
-    std::error_code ec;
-    for (std::filesystem::directory_iterator it(paths.dataDirectory, ec), end; !ec && it != end;
-         it.increment(ec)) {
-        const std::string name = it->path().filename().string();
-        if (name.starts_with("Before restore ") &&
-            name.ends_with(std::string(kBackupExtension) + ".tmp"))
-            if (Status s = removeFile(it->path().string()); !s)
+    // A folder that cannot be listed has none to remove.
+    std::vector<platform::FolderEntry> entries;
+    (void)platform::listFolder(paths.dataDirectory, entries);
+    for (const platform::FolderEntry& e : entries)
+        if (!e.isFolder && e.name.starts_with("Before restore ") &&
+            e.name.ends_with(std::string(kBackupExtension) + ".tmp"))
+            if (Status s = removeFile(paths.dataDirectory + e.name); !s)
                 return s;
-    }
     if (paths.reportDirectory != paths.dataDirectory)
         return discardUnfinishedChanges(paths.reportDirectory);
     return Status::ok();

@@ -23,8 +23,12 @@ namespace scorvane {
 
 // "2026-11-23 21:05:13", local time.
 std::string timestampNow();
-// "Scorvane Backup 2026-11-23.sfb" for a backup made at that moment.
-std::string defaultBackupName(const std::string& madeOn);
+// "Tigers Backup 2026-11-23.sfb" for a backup made at that moment while the user works on the
+// Tigers (the team's name in UTF-8); "Scorvane Backup 2026-11-23.sfb" with no team name.
+std::string defaultBackupName(const std::string& madeOn, const std::string& teamName = {});
+// The backup to offer for a restore: the ".sfb" file of the folder changed last (of two changed
+// in the same second, the one named later); empty when the folder holds none.
+std::string newestBackup(const std::string& folder);
 // "Before restore 2026-11-23 21.05.13.sfb": where a restore keeps the files it replaces.
 std::string undoBackupName(const std::string& madeOn);
 

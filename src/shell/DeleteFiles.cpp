@@ -4,10 +4,8 @@
 #include "storage/Cp1252.h"
 #include "storage/DiskError.h"
 #include "storage/FolderCopy.h"
+#include "storage/Platform.h"
 #include "storage/RecordFile.h"
-
-#include <filesystem>
-#include <system_error>
 
 namespace scorvane {
 
@@ -18,9 +16,8 @@ constexpr FileKind kTeamKinds[] = {FileKind::Roster, FileKind::PlayerInfo, FileK
                                    FileKind::Stats};
 
 int recordsIn(const std::string& path, FileKind kind, bool& exists) {
-    std::error_code ec;
-    const auto size = std::filesystem::file_size(path, ec);
-    if (ec)
+    long long size = 0;
+    if (!platform::sizeOfFile(path, size))
         return 0;
     exists = true;
     return static_cast<int>(size / recordLength(kind));

@@ -8,15 +8,19 @@
 #include "storage/RecordFile.h"
 #include "storage/Records.h"
 
-#include <cstdlib>
-#include <filesystem>
-
 namespace scorvane {
 
 namespace {
 
-std::string folder(const std::filesystem::path& path) {
-    std::string text = path.lexically_normal().generic_string();
+// The folders joined, normalised, ending in "/".
+std::string folder(std::initializer_list<std::string> parts) {
+    std::string joined;
+    for (const std::string& part : parts) {
+        if (!joined.empty() && !platform::isSeparator(joined.back()))
+            joined += '/';
+        joined += part;
+    }
+    std::string text = platform::normalPath(joined);
     if (text.empty())
         return text;
     if (text.back() != '/')
@@ -33,29 +37,24 @@ std::string variable(const Environment& env, const char* name) {
 // the home folder's fallback.
 std::string userFolder(const Environment& env, const char* variableName, const char* homeFallback) {
     const std::string named = variable(env, variableName);
-    if (!named.empty() && std::filesystem::path(named).is_absolute())
-        return folder(std::filesystem::path(named) / "scorvane");
+    if (!named.empty() && platform::isAbsolute(named))
+        return folder({named, "scorvane"});
     const std::string home = variable(env, "HOME");
     if (home.empty())
         return {};
-    return folder(std::filesystem::path(home) / homeFallback / "scorvane");
+    return folder({home, homeFallback, "scorvane"});
 }
 
 } // namespace
 
 Environment systemEnvironment() {
-    return [](const std::string& name) -> std::optional<std::string> {
-        if (const char* value = std::getenv(name.c_str()))
-            return std::string(value);
-        return std::nullopt;
-    };
+    return [](const std::string& name) { return platform::environmentVariable(name); };
 }
 
 std::string userConfigDirectory(const Environment& env) {
     if (platform::isWindows()) {
         const std::string appData = variable(env, "APPDATA");
-        return appData.empty() ? std::string()
-                               : folder(std::filesystem::path(appData) / "Scorvane");
+        return appData.empty() ? std::string() : folder({appData, "Scorvane"});
     }
     return userFolder(env, "XDG_CONFIG_HOME", ".config");
 }
@@ -65,13 +64,13 @@ std::string userDataDirectory(const Environment& env) {
         std::string base = variable(env, "LOCALAPPDATA");
         if (base.empty())
             base = variable(env, "APPDATA");
-        return base.empty() ? std::string() : folder(std::filesystem::path(base) / "Scorvane");
+        return base.empty() ? std::string() : folder({base, "Scorvane"});
     }
     return userFolder(env, "XDG_DATA_HOME", ".local/share");
 }
 
 std::string sharedDirectory(const std::string& installDirectory) {
-    return folder(std::filesystem::path(installDirectory) / ".." / "share" / "scorvane");
+    return folder({installDirectory, "..", "share", "scorvane"});
 }
 
 ConfigLocation locateConfiguration(const std::string& installDirectory, const Environment& env) {

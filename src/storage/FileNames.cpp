@@ -61,4 +61,26 @@ std::string fileName(FileKind kind, const DataPaths& paths, int teamNumber) {
     return {};
 }
 
+std::string suggestedFileName(const std::vector<std::string>& words, const std::string& date,
+                              const std::string& extension) {
+    std::string name;
+    for (const std::string& word : words) {
+        std::string kept;
+        for (const char c : word) {
+            const auto u = static_cast<unsigned char>(c);
+            if (u < 0x20 || u == 0x7F ||
+                std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos)
+                continue;
+            if (c == ' ' && (kept.empty() || kept.back() == ' '))
+                continue;
+            kept += c;
+        }
+        while (!kept.empty() && kept.back() == ' ')
+            kept.pop_back();
+        if (!kept.empty())
+            name += kept + ' ';
+    }
+    return name + date + extension;
+}
+
 } // namespace scorvane

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace scorvane {
 
@@ -38,5 +39,12 @@ std::string normalizeDirectory(std::string_view text);
 
 // The file name of a kind: directory, prefix, team number, ".DAT", plainly concatenated.
 std::string fileName(FileKind kind, const DataPaths& paths, int teamNumber);
+
+// A name to offer when the user saves a file: the words and the date, one space apart, and the
+// extension ("Tigers Rushing Statistics 2026-11-24.csv"). Characters a file name may not hold on
+// Windows (< > : " / \ | ? * and control characters) are left out and runs of spaces made one;
+// empty words are skipped.
+std::string suggestedFileName(const std::vector<std::string>& words, const std::string& date,
+                              const std::string& extension);
 
 } // namespace scorvane

@@ -3,23 +3,15 @@
 #include "Platform.h"
 #include "RecordFile.h"
 
-#include <filesystem>
 #include <set>
-#include <system_error>
 
 namespace scorvane {
-
-namespace fs = std::filesystem;
 
 namespace {
 
 constexpr const char* kHeader = "SCORVANE CHANGE 1";
 constexpr const char* kEnd = "END";
 constexpr const char* kStaged = ".new";
-
-Status fromErrorCode(const std::error_code& ec) {
-    return platform::errorFromErrno(ec.value());
-}
 
 std::string stagedName(const std::string& path) {
     return path + kStaged;
@@ -123,23 +115,21 @@ Status completePendingChanges(const std::string& journalPath) {
 }
 
 Status discardUnfinishedChanges(const std::string& folder) {
-    std::error_code ec;
-    if (folder.empty() || !fs::is_directory(folder, ec))
+    if (folder.empty() || !platform::isFolder(folder))
         return Status::ok();
-    std::vector<fs::path> leftovers;
-    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        const std::string name = it->path().filename().string();
+    std::vector<platform::FolderEntry> entries;
+    if (Status s = platform::listFolder(folder, entries); !s)
+        return s;
+    const std::string prefix = platform::isSeparator(folder.back()) ? folder : folder + "/";
+    for (const platform::FolderEntry& e : entries) {
+        const std::string& name = e.name;
         const bool staged =
             name.ends_with(kStaged) || name.ends_with(std::string(kStaged) + ".tmp");
         const bool journal = name == std::string(kChangeJournalFileName) + ".tmp";
-        if ((staged && name.starts_with("FB")) || journal)
-            leftovers.push_back(it->path());
+        if (!e.isFolder && ((staged && name.starts_with("FB")) || journal))
+            if (Status s = removeFile(prefix + name); !s)
+                return s;
     }
-    if (ec)
-        return fromErrorCode(ec);
-    for (const fs::path& p : leftovers)
-        if (Status s = removeFile(p.string()); !s)
-            return s;
     return Status::ok();
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 namespace scorvane::platform {
 
@@ -22,6 +23,56 @@ void File::adopt(std::intptr_t handle, std::string path) {
     close();
     handle_ = handle;
     path_ = std::move(path);
+}
+
+std::string normalPath(const std::string& path) {
+    if (path.empty())
+        return path;
+    const bool windows = isWindows();
+    std::string root;
+    std::size_t i = 0;
+    if (windows && path.size() >= 2 && path[1] == ':') {
+        root = path.substr(0, 2);
+        i = 2;
+    }
+    if (i < path.size() && isSeparator(path[i])) {
+        // A Windows network path ("\\server\share") keeps both its separators.
+        const bool network = windows && root.empty() && path.size() > 1 && isSeparator(path[1]);
+        root += network ? "//" : "/";
+        while (i < path.size() && isSeparator(path[i]))
+            ++i;
+    }
+    const bool fromRoot = !root.empty() && root.back() == '/';
+    std::vector<std::string> parts;
+    bool trailing = false;
+    while (i < path.size()) {
+        std::size_t end = i;
+        while (end < path.size() && !isSeparator(path[end]))
+            ++end;
+        const std::string part = path.substr(i, end - i);
+        i = end;
+        while (i < path.size() && isSeparator(path[i]))
+            ++i;
+        trailing = end < path.size() || part == "." || part == "..";
+        if (part == ".")
+            continue;
+        if (part == "..") {
+            if (!parts.empty() && parts.back() != "..")
+                parts.pop_back();
+            else if (!fromRoot)
+                parts.push_back(part);
+            continue;
+        }
+        parts.push_back(part);
+    }
+    std::string out = root;
+    for (std::size_t k = 0; k < parts.size(); ++k)
+        out += (k == 0 ? "" : "/") + parts[k];
+    if (parts.empty())
+        return out.empty() ? std::string(".") : out;
+    if (trailing)
+        out += '/';
+    return out;
 }
 
 void setHooks(const Hooks* hooks) {

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <string>
+#include <vector>
 
 // The one place that talks to the operating system about files. Everything above it works with
 // UTF-8 path names and Status values; PlatformPosix.cpp and PlatformWindows.cpp say how each
@@ -79,6 +81,34 @@ std::string folderOf(const std::string& path);
 // Whether files may be created and written in the folder: a folder on a write-protected disk, or
 // one this user may not change, is read from but never written.
 bool folderMayBeWritten(const std::string& folder);
+
+// One entry of a folder.
+struct FolderEntry {
+    std::string name; // the name alone
+    bool isFolder = false;
+    long long size = 0; // bytes; 0 for a folder
+    std::time_t modified = 0;
+};
+// The entries of a folder, "." and ".." left out, in no particular order.
+[[nodiscard]] Status listFolder(const std::string& folder, std::vector<FolderEntry>& entries);
+// The size of a file by its name; false when there is no such file.
+bool sizeOfFile(const std::string& path, long long& bytes);
+// Whether a path is absolute: "/..." here, "C:\..." or "\\server\..." on Windows.
+bool isAbsolute(const std::string& path);
+// The path with "." and "folder/.." taken out, runs of separators made one and every separator
+// written '/' (both systems take it); a trailing separator is kept. Only the text is looked at.
+std::string normalPath(const std::string& path);
+// The path made absolute against the current folder, then normalPath.
+std::string absolutePath(const std::string& path);
+// Whether two paths name the same file or folder (both must exist).
+bool samePlace(const std::string& a, const std::string& b);
+// The full name of the program file that is running; empty when the system does not tell.
+std::string programFile();
+// An environment variable; nothing when it is not set.
+std::optional<std::string> environmentVariable(const std::string& name);
+// The folder the user keeps documents in (the desktop's Documents folder; Windows' Documents
+// known folder), else the home folder, else empty. Ends in no separator.
+std::string documentsFolder();
 
 // The local time of a moment (localtime_r; localtime_s on Windows).
 std::tm localTime(std::time_t moment);

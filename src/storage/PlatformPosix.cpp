@@ -4,8 +4,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
+#include <fstream>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -245,6 +250,121 @@ bool folderMayBeWritten(const std::string& folder) {
     if (::faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0)
         return true;
     return errno != EACCES && errno != EROFS && errno != EPERM;
+}
+
+Status listFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+    entries.clear();
+    DIR* dir = ::opendir(folder.c_str());
+    if (dir == nullptr)
+        return lastError(nullptr);
+    const int dirFd = ::dirfd(dir);
+    errno = 0;
+    while (const dirent* e = ::readdir(dir)) {
+        const std::string name = e->d_name;
+        if (name == "." || name == "..")
+            continue;
+        FolderEntry entry;
+        entry.name = name;
+        struct stat st {};
+        if (::fstatat(dirFd, e->d_name, &st, 0) == 0) {
+            entry.isFolder = S_ISDIR(st.st_mode);
+            entry.size = entry.isFolder ? 0 : static_cast<long long>(st.st_size);
+            entry.modified = st.st_mtime;
+        }
+        entries.push_back(std::move(entry));
+        errno = 0;
+    }
+    const int number = errno;
+    ::closedir(dir);
+    return number == 0 ? Status::ok() : errorFromErrno(number);
+}
+
+bool sizeOfFile(const std::string& path, long long& bytes) {
+    bytes = 0;
+    struct stat st {};
+    if (::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
+        return false;
+    bytes = static_cast<long long>(st.st_size);
+    return true;
+}
+
+bool isAbsolute(const std::string& path) {
+    return !path.empty() && path[0] == '/';
+}
+
+std::string absolutePath(const std::string& path) {
+    if (isAbsolute(path))
+        return normalPath(path);
+    std::string current(PATH_MAX, '\0');
+    if (::getcwd(current.data(), current.size()) == nullptr)
+        return normalPath(path);
+    current.resize(std::strlen(current.c_str()));
+    return normalPath(path.empty() ? current : current + "/" + path);
+}
+
+bool samePlace(const std::string& a, const std::string& b) {
+    struct stat sa {
+    }, sb{};
+    return ::stat(a.c_str(), &sa) == 0 && ::stat(b.c_str(), &sb) == 0 && sa.st_dev == sb.st_dev &&
+           sa.st_ino == sb.st_ino;
+}
+
+std::string programFile() {
+#if defined(__linux__)
+    std::string name(PATH_MAX, '\0');
+    const ssize_t n = ::readlink("/proc/self/exe", name.data(), name.size());
+    if (n > 0 && static_cast<std::size_t>(n) < name.size()) {
+        name.resize(static_cast<std::size_t>(n));
+        return name;
+    }
+#endif
+    return {};
+}
+
+std::optional<std::string> environmentVariable(const std::string& name) {
+    if (const char* value = std::getenv(name.c_str()))
+        return std::string(value);
+    return std::nullopt;
+}
+
+namespace {
+
+std::string homeFolder() {
+    if (const std::optional<std::string> home = environmentVariable("HOME"); home && !home->empty())
+        return *home;
+    if (const passwd* user = ::getpwuid(::getuid()); user != nullptr && user->pw_dir != nullptr)
+        return user->pw_dir;
+    return {};
+}
+
+// The documents folder the desktop names in user-dirs.dirs (XDG_DOCUMENTS_DIR="$HOME/Papers").
+std::string desktopDocumentsFolder(const std::string& home) {
+    std::string config = environmentVariable("XDG_CONFIG_HOME").value_or("");
+    if (!isAbsolute(config))
+        config = home + "/.config";
+    std::ifstream in(config + "/user-dirs.dirs");
+    const std::string key = "XDG_DOCUMENTS_DIR=\"";
+    for (std::string line; std::getline(in, line);) {
+        if (!line.starts_with(key) || line.size() < key.size() + 1 || line.back() != '"')
+            continue;
+        std::string folder = line.substr(key.size(), line.size() - key.size() - 1);
+        if (folder.starts_with("$HOME"))
+            folder = home + folder.substr(5);
+        return isAbsolute(folder) ? folder : std::string();
+    }
+    return {};
+}
+
+} // namespace
+
+std::string documentsFolder() {
+    const std::string home = homeFolder();
+    if (home.empty())
+        return {};
+    for (const std::string& candidate : {desktopDocumentsFolder(home), home + "/Documents"})
+        if (!candidate.empty() && isFolder(candidate))
+            return candidate;
+    return home;
 }
 
 std::tm localTime(std::time_t moment) {

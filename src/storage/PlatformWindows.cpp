@@ -15,6 +15,9 @@
 #endif
 #include <windows.h>
 
+#include <knownfolders.h>
+#include <shlobj.h>
+
 namespace scorvane::platform {
 
 namespace {
@@ -299,6 +302,135 @@ bool folderMayBeWritten(const std::string&) {
     // A folder's read-only mark does not stop writing on Windows; a write-protected disk refuses
     // the opening for writing, and the file is then opened for reading.
     return true;
+}
+
+namespace {
+
+std::time_t unixTime(const FILETIME& time) {
+    // 100-nanosecond steps since 1601-01-01; the Unix epoch is 11644473600 seconds later.
+    const unsigned long long ticks =
+        (static_cast<unsigned long long>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+    return static_cast<std::time_t>(ticks / 10000000ULL) - static_cast<std::time_t>(11644473600LL);
+}
+
+long long sizeOf(DWORD high, DWORD low) {
+    return static_cast<long long>((static_cast<unsigned long long>(high) << 32) | low);
+}
+
+std::string knownFolder(REFKNOWNFOLDERID id) {
+    wchar_t* path = nullptr;
+    std::string out;
+    if (SUCCEEDED(::SHGetKnownFolderPath(id, 0, nullptr, &path)) && path != nullptr)
+        out = narrow(path, static_cast<int>(::wcslen(path)));
+    ::CoTaskMemFree(path);
+    return out;
+}
+
+} // namespace
+
+Status listFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+    entries.clear();
+    std::string pattern = folder;
+    if (pattern.empty() || !isSeparator(pattern.back()))
+        pattern += '\\';
+    pattern += '*';
+    WIN32_FIND_DATAW found{};
+    const HANDLE h = ::FindFirstFileW(wide(pattern).c_str(), &found);
+    if (h == INVALID_HANDLE_VALUE)
+        return ::GetLastError() == ERROR_FILE_NOT_FOUND ? Status::ok() : lastError(nullptr);
+    do {
+        const std::string name =
+            narrow(found.cFileName, static_cast<int>(::wcslen(found.cFileName)));
+        if (name == "." || name == "..")
+            continue;
+        FolderEntry entry;
+        entry.name = name;
+        entry.isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        entry.size = entry.isFolder ? 0 : sizeOf(found.nFileSizeHigh, found.nFileSizeLow);
+        entry.modified = unixTime(found.ftLastWriteTime);
+        entries.push_back(std::move(entry));
+    } while (::FindNextFileW(h, &found));
+    const DWORD number = ::GetLastError();
+    ::FindClose(h);
+    return number == ERROR_NO_MORE_FILES ? Status::ok() : errorFromSystem(number);
+}
+
+bool sizeOfFile(const std::string& path, long long& bytes) {
+    bytes = 0;
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(wide(path).c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return false;
+    bytes = sizeOf(data.nFileSizeHigh, data.nFileSizeLow);
+    return true;
+}
+
+bool isAbsolute(const std::string& path) {
+    if (path.size() >= 3 && path[1] == ':' && isSeparator(path[2]))
+        return true;
+    return path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+}
+
+std::string absolutePath(const std::string& path) {
+    const std::wstring name = wide(path.empty() ? std::string(".") : path);
+    const DWORD n = ::GetFullPathNameW(name.c_str(), 0, nullptr, nullptr);
+    if (n == 0)
+        return normalPath(path);
+    std::wstring full(n, L'\0');
+    const DWORD got = ::GetFullPathNameW(name.c_str(), n, full.data(), nullptr);
+    if (got == 0 || got >= n)
+        return normalPath(path);
+    return normalPath(narrow(full.data(), static_cast<int>(got)));
+}
+
+bool samePlace(const std::string& a, const std::string& b) {
+    // FILE_FLAG_BACKUP_SEMANTICS lets a folder be opened too; no access is asked for.
+    const auto identify = [](const std::string& path, BY_HANDLE_FILE_INFORMATION& info) {
+        const HANDLE h = ::CreateFileW(wide(path).c_str(), 0,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        if (h == INVALID_HANDLE_VALUE)
+            return false;
+        const bool ok = ::GetFileInformationByHandle(h, &info) != 0;
+        ::CloseHandle(h);
+        return ok;
+    };
+    BY_HANDLE_FILE_INFORMATION ia{}, ib{};
+    return identify(a, ia) && identify(b, ib) &&
+           ia.dwVolumeSerialNumber == ib.dwVolumeSerialNumber &&
+           ia.nFileIndexHigh == ib.nFileIndexHigh && ia.nFileIndexLow == ib.nFileIndexLow;
+}
+
+std::string programFile() {
+    std::wstring name(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD n = ::GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+        if (n == 0)
+            return {};
+        if (n < name.size())
+            return narrow(name.data(), static_cast<int>(n));
+        name.resize(name.size() * 2);
+    }
+}
+
+std::optional<std::string> environmentVariable(const std::string& name) {
+    const std::wstring key = wide(name);
+    const DWORD n = ::GetEnvironmentVariableW(key.c_str(), nullptr, 0);
+    if (n == 0)
+        return std::nullopt; // not set (an empty variable is reported as 1 with its nul)
+    std::wstring value(n, L'\0');
+    const DWORD got = ::GetEnvironmentVariableW(key.c_str(), value.data(), n);
+    if (got >= n)
+        return std::nullopt;
+    return narrow(value.data(), static_cast<int>(got));
+}
+
+std::string documentsFolder() {
+    for (const std::string& candidate :
+         {knownFolder(FOLDERID_Documents), knownFolder(FOLDERID_Profile)})
+        if (!candidate.empty() && isFolder(candidate))
+            return candidate;
+    return environmentVariable("USERPROFILE").value_or("");
 }
 
 std::tm localTime(std::time_t moment) {

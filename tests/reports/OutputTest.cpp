@@ -53,6 +53,15 @@ TEST(TextFileOutput, AppendAddsAfterTheFirstReportReplaceKeepsOnlyTheSecond) {
     EXPECT_FALSE(PrintReportLine(out, 'X', "never"));
     ASSERT_TRUE(PrintReportLine(out, 'C'));
     EXPECT_EQ(asText(dir.read("report.txt")), "Third\nx  y\nFourth\n");
+
+    // A report longer than one written piece keeps every line, in order, after the old ones.
+    std::vector<std::string> many;
+    for (int i = 0; i < 5000; ++i)
+        many.push_back(std::to_string(100000 + i) + std::string(24, '.'));
+    ASSERT_TRUE(print(path, true, many));
+    const std::string text = asText(dir.read("report.txt"));
+    ASSERT_EQ(text.size(), 18u + 5000u * 31u);
+    EXPECT_EQ(text.substr(18 + 4999 * 31), "104999" + std::string(24, '.') + "\n");
 }
 
 TEST(TextFileOutput, AFileThatCannotBeOpenedIsOfferedRetryThenCancelled) {
@@ -225,6 +234,14 @@ TEST(TeamRecord, PercentageAndTheTieColumn) {
     r = computeTeamRecord({b.season}, Selection{});
     ASSERT_EQ(r.overflows.size(), 1u);
     EXPECT_EQ(r.rows[kTotalsRow].games(), 4);
+
+    // Points too wide for their column widen it, heading and every row, and are never cut.
+    r = TeamRecordReport{};
+    r.rows[1] = r.rows[kTotalsRow] = {2, 0, 0, 1.0f, 123456789, 30};
+    const auto wide = teamRecordPages(r, config, {"Team Record", "Hawks", "All games"}, {});
+    EXPECT_EQ(wide[4], "Game Type    Won    Lost     Pct        PF      PA");
+    EXPECT_EQ(wide[6], "League         2       0   1.000 123456789      30");
+    EXPECT_EQ(wide.back(), "Totals         2       0   1.000 123456789      30");
 }
 
 TEST(ReportDocument, CsvAndHtmlOfAStatisticsReport) {
@@ -252,4 +269,70 @@ TEST(ReportDocument, CsvAndHtmlOfAStatisticsReport) {
     EXPECT_NE(html.find("<p class=\"team\">Hawks &amp; Co</p>"), std::string::npos);
     EXPECT_NE(html.find("<th>FG All</th>"), std::string::npos);
     EXPECT_EQ(html.find("<7>"), std::string::npos);
+}
+
+// A figure that fills its column or is wider than it widens that column for the whole printed
+// report, so that it keeps a space before it; a report whose figures all fit keeps its headings'
+// widths. The text file holds the same lines.
+TEST(ReportDocument, AFigureWithoutASpaceBeforeItWidensItsColumn) {
+    struct Case {
+        char category;
+        std::vector<int> columns;
+        std::vector<std::pair<int, std::vector<std::pair<int, int>>>> players; // number, fields
+        std::string heading;
+        std::vector<std::string> figures; // each player's figures, then the totals'
+    };
+    const Case cases[] = {
+        // Receiving Big 10 + 20 and Y@C 800 + 623: the totals' 1423 fills " Y@C".
+        {'C',
+         {6, 14},
+         {{81, {{6, 10}, {3, 900}, {7, 100}}}, {85, {{6, 20}, {3, 700}, {7, 77}}}},
+         " Big  Y@C",
+         {"  10  800", "  20  623", "  30 1423"}},
+        // Defense: 6000 and 4000 solo tackles make a total of 10000, wider than " Tkl".
+        {'D',
+         {1, 2},
+         {{90, {{3, 6000}}}, {91, {{3, 4000}}}},
+         "  G   Tkl",
+         {"  1  6000", "  1  4000", "  1 10000"}},
+        // Every figure fits: the headings' widths, as always.
+        {'D',
+         {1, 2},
+         {{90, {{3, 30}}}, {91, {{3, 12}}}},
+         "  G Tkl",
+         {"  1  30", "  1  12", "  1  42"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.heading);
+        SeasonBuilder b;
+        b.game(1);
+        for (const auto& [number, fields] : c.players) {
+            b.player(number, "P" + digits(number));
+            for (const auto& [code, value] : fields) // records of one game add up
+                b.stats(1, number, c.category, {{code, value}});
+        }
+        StatisticsDocument d;
+        d.report = ComputeStatistics(c.category, {b.season}, Selection{});
+        d.columns = c.columns;
+        d.heading = {"Title", "Hawks", "All games"};
+        const std::vector<std::string> lines = statisticsPages(d, ColumnTable{}, PrintOptions{});
+
+        std::vector<std::string> expected = {" No " + fit("Name", 17) + c.heading};
+        expected.push_back(std::string(expected[0].size(), '-'));
+        for (std::size_t i = 0; i < c.players.size(); ++i) {
+            const std::string number = digits(c.players[i].first);
+            expected.push_back(" " + number + " " + fit("P" + number, 17) + c.figures[i]);
+        }
+        expected.push_back("");
+        expected.push_back("    " + fit("Totals", 17) + c.figures.back());
+        ASSERT_EQ(lines.size(), 4 + expected.size());
+        EXPECT_EQ(std::vector<std::string>(lines.begin() + 4, lines.end()), expected);
+
+        scorvane::testing::TempDir dir;
+        ASSERT_TRUE(print(dir.file("report.txt"), false, lines));
+        std::string file;
+        for (const auto& line : lines)
+            file += line + "\n";
+        EXPECT_EQ(asText(dir.read("report.txt")), file);
+    }
 }

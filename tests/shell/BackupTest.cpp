@@ -1,4 +1,5 @@
 #include "shell/Backup.h"
+#include "shell/DeleteFiles.h"
 #include "shell/FolderSnapshot.h"
 #include "storage/Records.h"
 #include "support/FakePrompter.h"
@@ -157,6 +158,48 @@ TEST(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
     EXPECT_EQ(snapshot(s.reports.path()), changedReports);
 }
 
+// The program's names are UTF-8; the test makes its folders through wide names where the system
+// has them, so a name taken in the wrong code page finds nothing.
+std::string utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+TEST(BackupRestore, FoldersWithAccentedNamesAreFoundListedAndWritten) {
+    testing::TempDir base;
+    const std::filesystem::path data =
+        base.path() / u8"Jos\u00e9" / u8"\u00dcn\u00efc\u00f6d\u00e9";
+    const std::filesystem::path backups = base.path() / u8"Jos\u00e9" / u8"Sauvegard\u00e9es";
+    std::filesystem::create_directories(data);
+    std::filesystem::create_directories(backups);
+    const testing::FolderSnapshot season = {{"FBTEAMS.DAT", teamList({"Bears"})},
+                                            {"FBPN1.DAT", filler(201 * 3, 1)},
+                                            {"FBRPTFMT.DAT", filler(167, 2)}};
+    testing::restoreSnapshot(data, season);
+    testing::FakePrompter prompter;
+    const std::string dir = utf8(data / "");
+    DataFiles files{DataPaths{"", dir, dir}, prompter};
+    EXPECT_EQ(countTeamFiles(files.paths(), 1).players, 3);
+
+    const std::string archive = utf8(backups / "season.sfb");
+    ASSERT_EQ(backUpDataFiles(files, prompter, archive, "2026-11-23 21:05:13"),
+              BackupResult::Written);
+    EXPECT_EQ(snapshot(backups).size(), 1u);
+    EXPECT_EQ(newestBackup(utf8(backups / "")), utf8(backups / "season.sfb"));
+
+    // A crash left a half-written undo backup; the restore clears it away and puts back every file.
+    testing::restoreSnapshot(data, {{"FBTEAMS.DAT", teamList({"Owls"})},
+                                    {"Before restore 2026-11-24 07.00.00.sfb.tmp", {}}});
+    std::string undo;
+    prompter.answers = {Answer::Yes};
+    ASSERT_EQ(restoreDataFiles(files, prompter, archive, "2026-11-24 08:00:00", undo),
+              RestoreResult::Restored);
+    testing::FolderSnapshot restored = snapshot(data);
+    EXPECT_EQ(restored.erase("Before restore 2026-11-24 08.00.00.sfb"), 1u);
+    EXPECT_EQ(restored, season);
+    EXPECT_EQ(undo, utf8(data / "Before restore 2026-11-24 08.00.00.sfb"));
+}
+
 TEST(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
     Season s;
     ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
@@ -296,6 +339,29 @@ TEST(BackupRestore, ARestoreOnAFullDiskLeavesTheDataAsItWas) {
 #endif
 
 TEST(BackupNames, DatedNames) {
+    struct Case {
+        std::vector<std::string> words;
+        const char* extension;
+        const char* name;
+    };
+    const Case cases[] = {
+        {{"Tigers", "Rushing Statistics"}, ".csv", "Tigers Rushing Statistics 2026-11-23.csv"},
+        // What Windows refuses in a name goes; the spaces around it become one.
+        {{" A/B: \"Cats\" <2> | C\\D?* ", "Team Record"},
+         ".html",
+         "AB Cats 2 CD Team Record 2026-11-23.html"},
+        {{"Multiple Teams: TIG, LIO", "Game Scores"},
+         ".csv",
+         "Multiple Teams TIG, LIO Game Scores 2026-11-23.csv"},
+        {{"Jos\xC3\xA9\tFC", "", "Passing"},
+         ".csv",
+         "Jos\xC3\xA9"
+         "FC Passing 2026-11-23.csv"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(suggestedFileName(c.words, "2026-11-23", c.extension), c.name);
+    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13", "Tigers"), "Tigers Backup 2026-11-23.sfb");
+    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13", "?*"), "Scorvane Backup 2026-11-23.sfb");
     EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13"), "Scorvane Backup 2026-11-23.sfb");
     EXPECT_EQ(undoBackupName("2026-11-23 21:05:13"), "Before restore 2026-11-23 21.05.13.sfb");
     const std::string now = timestampNow();
@@ -303,6 +369,24 @@ TEST(BackupNames, DatedNames) {
     EXPECT_EQ(now[4], '-');
     EXPECT_EQ(now[10], ' ');
     EXPECT_EQ(now[13], ':');
+}
+
+TEST(BackupNames, TheNewestBackupIsOffered) {
+    testing::TempDir folder;
+    EXPECT_EQ(newestBackup(folder.dir()), "");
+    const auto now = std::filesystem::file_time_type::clock::now();
+    // Everything in the past, so the folder made now is the newest entry.
+    const std::pair<const char*, int> files[] = {
+        {"old.sfb", -3600}, {"b.SFB", -60}, {"a.sfb", -60},
+        {"later.txt", -30}, {"sfb", -30},   {"Before restore.sfb.tmp", -30}};
+    for (const auto& [name, age] : files) {
+        folder.write(name, Bytes{1});
+        std::filesystem::last_write_time(folder.path() / name, now + std::chrono::seconds(age));
+    }
+    std::filesystem::create_directory(folder.path() / "folder.sfb");
+    // Of two made in the same second, the later name; the case of the extension does not matter.
+    EXPECT_EQ(newestBackup(folder.dir()), folder.dir() + "b.SFB");
+    EXPECT_EQ(newestBackup(folder.file("missing")), "");
 }
 
 } // namespace

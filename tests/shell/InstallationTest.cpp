@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <map>
 
 namespace scorvane {
@@ -27,22 +29,42 @@ Environment environment(std::map<std::string, std::string> vars) {
     };
 }
 
+// The program's paths are UTF-8; std::filesystem takes them as such only as char8_t text (on
+// Windows a plain string is read in the ANSI code page).
+std::filesystem::path u8path(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+std::string utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+Bytes readFile(const std::string& path) {
+    std::ifstream in(u8path(path), std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+void writeFile(const std::string& path, const Bytes& bytes) {
+    std::ofstream out(u8path(path), std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
+}
+
 // Two spellings of one folder or file: Windows takes either separator.
 ::testing::AssertionResult samePlace(const std::string& a, const std::string& b) {
-    if (std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal())
+    if (u8path(a).lexically_normal() == u8path(b).lexically_normal())
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << '"' << a << "\" is not \"" << b << '"';
 }
 
 // An installation as `cmake --install` lays it out: the program in bin/, the default
-// configuration, the help pages and the sample season in share/scorvane/; and a home folder.
+// configuration, the help pages and the sample season in share/scorvane/; and a home folder
+// whose name is not plain ASCII, made by the program as it writes into it.
 struct Installed {
     testing::TempDir prefix, home;
     testing::FakePrompter prompter;
+    const std::string user = utf8(home.path() / u8"Jos\u00e9 \u00dcn\u00efc\u00f6d\u00e9");
     // The home folder's variables on both kinds of system.
-    Environment env = environment({{"HOME", home.path().string()},
-                                   {"APPDATA", (home.path() / ".config").string()},
-                                   {"LOCALAPPDATA", (home.path() / ".local/share").string()}});
+    Environment env = environment(
+        {{"HOME", user}, {"APPDATA", user + "/.config"}, {"LOCALAPPDATA", user + "/.local/share"}});
     ConfigRecord defaults = ConfigRecord::defaults();
 
     Installed() {
@@ -57,7 +79,6 @@ struct Installed {
             prefix.write(std::string("share/scorvane/sample-season/") + name, filler(120, name[3]));
     }
     std::string program() const { return prefix.dir() + "bin/"; }
-    // Absolute, so home.read() and home.write() take it as it is.
     std::string userConfig() const { return userConfigDirectory(env) + "BXFB.INI"; }
 };
 
@@ -101,7 +122,7 @@ TEST(Installation, TheProgramsOwnConfigurationWinsAndAMissingOneIsReportedAsEver
     Session session;
     EXPECT_EQ(runStartup(i.prompter, loose.dir(), i.env, session), StartupOutcome::Ended);
     EXPECT_EQ(i.prompter.shown.at(0).text, "BXFB.INI File Corrupt or Not Found");
-    EXPECT_FALSE(std::filesystem::exists(i.userConfig()));
+    EXPECT_FALSE(std::filesystem::exists(u8path(i.userConfig())));
 }
 
 TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
@@ -112,7 +133,7 @@ TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
               StartupOutcome::NeedDataDirectory);
     EXPECT_TRUE(i.prompter.shown.empty());
     EXPECT_TRUE(samePlace(session.configPath, i.userConfig()));
-    const Bytes made = i.home.read(i.userConfig());
+    const Bytes made = readFile(i.userConfig());
     ASSERT_EQ(made.size(), ConfigRecord::Length);
     ConfigRecord expected = i.defaults;
     expected.dataDirectory = std::string(145, ' ');
@@ -128,11 +149,11 @@ TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
     data.write("FBTEAMS.DAT", Bytes(40, ' '));
     ConfigRecord chosen = expected;
     chosen.dataDirectory = fit(data.dir(), 145);
-    i.home.write(i.userConfig(), chosen.encode());
+    writeFile(i.userConfig(), chosen.encode());
     session = {};
     EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session), StartupOutcome::Ready);
     EXPECT_EQ(session.paths.dataDirectory, data.dir());
-    EXPECT_EQ(i.home.read(i.userConfig()), chosen.encode());
+    EXPECT_EQ(readFile(i.userConfig()), chosen.encode());
 }
 
 TEST(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
@@ -148,14 +169,14 @@ TEST(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
     EXPECT_TRUE(samePlace(sample, i.prefix.dir() + "share/scorvane/sample-season/"));
     const std::string copy = sampleCopyDirectory(i.env);
     ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
-    EXPECT_EQ(snapshot(copy), snapshot(sample));
+    EXPECT_EQ(snapshot(u8path(copy)), snapshot(sample));
 
     // A copy made before is the user's now: it is kept as it is.
-    i.home.write(copy + "FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
-    std::filesystem::remove(std::filesystem::path(copy) / "FBGS1.DAT");
+    writeFile(copy + "FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
+    std::filesystem::remove(u8path(copy) / "FBGS1.DAT");
     ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
-    EXPECT_EQ(i.home.read(copy + "FBTEAMS.DAT"), (Bytes{'m', 'i', 'n', 'e'}));
-    EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(copy) / "FBGS1.DAT"));
+    EXPECT_EQ(readFile(copy + "FBTEAMS.DAT"), (Bytes{'m', 'i', 'n', 'e'}));
+    EXPECT_FALSE(std::filesystem::exists(u8path(copy) / "FBGS1.DAT"));
 }
 
 TEST(Installation, StartUpFinishesARestoreACrashInterrupted) {

@@ -1,38 +1,40 @@
 // scorvane-report: a statistics report or the team record from the command line.
 #include "reports/ReportCommand.h"
 #include "shell/Installation.h"
+#include "storage/Platform.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
 
 namespace {
 
-// The folder this program was started from: the folder of argv[0], or when it was found on the
-// search path, the first folder of PATH that holds it.
+namespace platform = scorvane::platform;
+
+// The folder this program was started from: where the system says the running program is, else
+// the folder of argv[0], or when it was found on the search path, the first folder of PATH that
+// holds it.
 std::string programDirectory(const char* argv0) {
-    namespace fs = std::filesystem;
+    if (const std::string self = platform::programFile(); !self.empty())
+        return platform::folderOf(self);
     const std::string name = argv0 ? argv0 : "";
-    std::error_code ec;
     if (name.find('/') != std::string::npos || name.find('\\') != std::string::npos)
-        return fs::absolute(fs::path(name), ec).parent_path().string();
-    if (const char* path = std::getenv("PATH")) {
-        const std::string folders = path;
-        const char separator = fs::path::preferred_separator == '\\' ? ';' : ':';
+        return platform::folderOf(platform::absolutePath(name));
+    if (const std::optional<std::string> path = platform::environmentVariable("PATH")) {
+        const std::string& folders = *path;
+        const char separator = platform::isWindows() ? ';' : ':';
         std::size_t start = 0;
         for (;;) {
             const std::size_t end = folders.find(separator, start);
-            const fs::path folder = folders.substr(start, end - start);
-            if (!folder.empty() && fs::is_regular_file(folder / name, ec))
-                return fs::absolute(folder, ec).string();
+            const std::string folder = folders.substr(start, end - start);
+            if (!folder.empty() && platform::isFile(folder + "/" + name))
+                return platform::absolutePath(folder);
             if (end == std::string::npos)
                 break;
             start = end + 1;
         }
     }
-    return fs::current_path(ec).string();
+    return platform::absolutePath(".");
 }
 
 } // namespace

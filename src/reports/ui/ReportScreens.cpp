@@ -7,7 +7,11 @@
 #include "reports/ReportColumns.h"
 #include "reports/ReportFormats.h"
 #include "storage/DiskError.h"
+#include "storage/FileNames.h"
+#include "storage/Platform.h"
+#include "ui/TextCodec.h"
 
+#include <QDate>
 #include <QFileDialog>
 #include <QInputDialog>
 
@@ -79,7 +83,7 @@ void printRoster(ReportContext& context, const std::string& teamName, const Rost
                           });
 }
 
-bool chooseExportFile(QWidget* parent, QString& path, bool& html) {
+bool chooseExportFile(QWidget* parent, const ReportHeading& heading, QString& path, bool& html) {
     const QString csvFilter = QStringLiteral("CSV (*.csv)");
     const QString htmlFilter = QStringLiteral("HTML (*.html *.htm)");
     QFileDialog dialog(parent, QStringLiteral("Export Report"));
@@ -87,6 +91,12 @@ bool chooseExportFile(QWidget* parent, QString& path, bool& html) {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilters({csvFilter, htmlFilter});
     dialog.setDefaultSuffix(QStringLiteral("csv"));
+    const QString documents = fromUtf8(platform::documentsFolder());
+    if (!documents.isEmpty())
+        dialog.setDirectory(documents);
+    const std::string date = toUtf8(QDate::currentDate().toString(Qt::ISODate));
+    dialog.selectFile(fromUtf8(suggestedFileName(
+        {toUtf8(fromFileText(heading.team)), toUtf8(fromFileText(heading.title))}, date, ".csv")));
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
         dialog.setDefaultSuffix(filter == htmlFilter ? QStringLiteral("html")
                                                      : QStringLiteral("csv"));

@@ -3,6 +3,7 @@
 #include "ReportPrinter.h"
 
 #include "games/Roster.h"
+#include "reports/ReportDocument.h"
 #include "reports/RosterListing.h"
 #include "reports/Selection.h"
 #include "storage/Category.h"
@@ -64,7 +65,9 @@ void printRoster(ReportContext& context, const std::string& teamName, const Rost
                  const ContactLookup& contact, QWidget* parent);
 
 // Asks where to export a report: a CSV or HTML file, the kind by the filter chosen or the name's
-// extension. False when the user cancelled.
-bool chooseExportFile(QWidget* parent, QString& path, bool& html);
+// extension. The dialog offers the team, the report and today's date as the name
+// ("Tigers Rushing Statistics 2026-11-24.csv") in the user's documents folder. False when the
+// user cancelled.
+bool chooseExportFile(QWidget* parent, const ReportHeading& heading, QString& path, bool& html);
 
 } // namespace scorvane

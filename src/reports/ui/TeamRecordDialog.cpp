@@ -154,7 +154,7 @@ bool TeamRecordDialog::exportTo(const QString& path, bool html) {
 void TeamRecordDialog::exportRecord() {
     QString path;
     bool html = false;
-    if (chooseExportFile(this, path, html))
+    if (chooseExportFile(this, heading(), path, html))
         exportTo(path, html);
 }
 

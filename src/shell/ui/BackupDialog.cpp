@@ -3,6 +3,7 @@
 #include "shell/Backup.h"
 #include "shell/TeamSelection.h"
 #include "storage/DataFiles.h"
+#include "storage/Platform.h"
 #include "storage/Prompter.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
@@ -16,15 +17,20 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace scorvane {
 namespace {
 
+// The folder backups were last written to or restored from in this run.
+QString g_lastFolder;
+
+// Where backups go and are looked for: the folder last used, else the user's documents folder.
 QString startFolder() {
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+    if (!g_lastFolder.isEmpty() && QFileInfo(g_lastFolder).isDir())
+        return g_lastFolder;
+    const QString documents = fromUtf8(platform::documentsFolder());
+    return documents.isEmpty() ? QDir::homePath() : QDir::toNativeSeparators(documents);
 }
 
 QLabel* valueLabel(QWidget* parent, const char* name) {
@@ -102,7 +108,8 @@ void BackupDialog::buildBackUp(QWidget* body) {
     auto* browse = new QPushButton(QStringLiteral("Bro&wse..."), body);
     browse->setObjectName(QStringLiteral("cmdBrowse"));
     connect(browse, &QPushButton::clicked, this, &BackupDialog::browse);
-    fileName_ = new QLineEdit(fromUtf8(defaultBackupName(timestampNow())), body);
+    const std::string team = toUtf8(fromFileText(teams_.teamName(teams_.currentTeam())));
+    fileName_ = new QLineEdit(fromUtf8(defaultBackupName(timestampNow(), team)), body);
     fileName_->setObjectName(QStringLiteral("txtFileName"));
     selectAllOnFocus(fileName_);
 
@@ -142,7 +149,9 @@ void BackupDialog::buildRestore(QWidget* body) {
     explanation->setObjectName(QStringLiteral("lblExplanation"));
     explanation->setWordWrap(true);
 
-    backupFile_ = new QLineEdit(body);
+    // The newest backup where backups are kept is the likeliest one.
+    const std::string newest = newestBackup(toUtf8(startFolder()));
+    backupFile_ = new QLineEdit(QDir::toNativeSeparators(fromUtf8(newest)), body);
     backupFile_->setObjectName(QStringLiteral("txtBackupFile"));
     selectAllOnFocus(backupFile_);
     connect(backupFile_, &QLineEdit::editingFinished, this, &BackupDialog::inspect);
@@ -238,6 +247,7 @@ void BackupDialog::backUp() {
     const QString path = QDir(folder).filePath(name);
     if (backUpDataFiles(files_, prompter_, toUtf8(path), timestampNow()) != BackupResult::Written)
         return;
+    g_lastFolder = folder;
     prompter_.ask({"The backup was written to " + toUtf8(QDir::toNativeSeparators(path)) + ".",
                    "Back Up Files", Buttons::Ok, Icon::Information, Answer::Ok});
     accept();
@@ -256,6 +266,7 @@ void BackupDialog::restore() {
         restoreDataFiles(files_, prompter_, toUtf8(path), timestampNow(), undoPath);
     if (result != RestoreResult::Restored)
         return;
+    g_lastFolder = QFileInfo(path).absolutePath();
     // Other teams, other names: the list starts over with no team marked.
     teams_.setResetMark();
     (void)teams_.load(files_); // a disk error was shown; a short list reads as unnamed teams
