@@ -226,9 +226,10 @@ int main(int argc, char** argv) {
             sortPlayers(r, 4, 'D');
             const ColumnTable table;
             const std::vector<int> columns = formatColumns(defaultFormat('P'));
-            std::size_t length = FormatHeadingLine(r, columns, table).size();
+            const std::vector<int> widths = printedWidths(r, columns, table);
+            std::size_t length = FormatHeadingLine(r, columns, table, widths).size();
             for (const auto& p : r.players)
-                length += FormatPlayerLine(r, p, columns, table).size();
+                length += FormatPlayerLine(r, p, columns, widths).size();
             if (length == 0)
                 fail("an empty report");
         },

@@ -35,7 +35,8 @@ std::vector<GameScore> computeGameScores(const TeamSeason& team, const Selection
 
 // The report: the long form has a game's date, type, opponent, home or away, both teams' points by
 // quarter and overtime, the totals and the result, with the comment on a line of its own when the
-// game has one; the short form has the game's summary line. Totals rows close both.
+// game has one; the short form has the game's summary line (on screen and in CSV and HTML: number,
+// date, type, opponent, score and result). Totals rows close both.
 TableReport gameScoresReport(const std::vector<GameScore>& games, bool longForm,
                              const ReportHeading& heading);
 

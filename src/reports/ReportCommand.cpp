@@ -15,12 +15,11 @@
 #include "storage/ConfigRecord.h"
 #include "storage/Cp1252.h"
 #include "storage/FileNames.h"
+#include "storage/Platform.h"
 #include "storage/RecordFile.h"
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -306,17 +305,7 @@ DataPaths directories(const Options& o, const ConfigRecord& config,
 
 // Whether a file would land in one of these folders.
 bool insideFolder(const std::string& file, const std::string& folder) {
-    namespace fs = std::filesystem;
-    std::error_code ec;
-    fs::path parent = fs::absolute(fs::path(file), ec).parent_path();
-    if (ec)
-        return false;
-    // The folder itself, not its trailing separator: on Windows "D:\season\" and "D:\season"
-    // would not be found to be the same folder.
-    fs::path dir(folder);
-    if (!dir.has_filename())
-        dir = dir.parent_path();
-    return fs::equivalent(parent, dir, ec) && !ec;
+    return platform::samePlace(platform::folderOf(platform::absolutePath(file)), folder);
 }
 
 std::optional<Failure> writeOutput(const Options& o, const std::string& text, std::ostream& out) {
@@ -325,11 +314,8 @@ std::optional<Failure> writeOutput(const Options& o, const std::string& text, st
         out.flush();
         return out ? std::nullopt : std::optional<Failure>(Failure{"Cannot write the report"});
     }
-    std::ofstream file(*o.output, std::ios::binary | std::ios::trunc);
-    file << text;
-    file.close();
-    if (!file)
-        return Failure{"Cannot write " + *o.output};
+    if (Status s = saveReportFile(*o.output, text, nullptr); !s)
+        return Failure{s.message()};
     return std::nullopt;
 }
 
@@ -411,7 +397,7 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
             table = gameScoresReport(computeGameScores(teams.front(), selection, config),
                                      !o.shortForm, heading);
         } else {
-            heading.title = "Standings";
+            heading.title = "Team Standings";
             table = standingsReport(computeStandings(teams, selection), heading);
         }
         if (o.format == "csv")
@@ -440,15 +426,17 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
     if (Status s = saved.readOnly(paths.reportDirectory); !s)
         return Failure{s.message()};
     ReportFormatRecord format = saved.current(o.category, config);
-    heading.title = std::string(reportTitle(o.category));
     if (o.reportName) {
         const int n = saved.find(o.category, utf8ToCp1252(*o.reportName));
         if (n == 0)
             return usageError("--report: no saved report \"" + *o.reportName + "\" of category " +
                               std::string(1, o.category));
         format = saved.record(n);
-        heading.title = trimRight(format.reportName);
     }
+    // The saved report's own title, as the statistics screen shows it.
+    heading.title = trim(format.reportName);
+    if (heading.title.empty())
+        heading.title = std::string(reportTitle(o.category));
     StatisticsDocument document;
     document.columns = o.columns ? *o.columns : formatColumns(format);
     if (document.columns.empty())

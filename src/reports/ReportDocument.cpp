@@ -60,7 +60,9 @@ std::vector<std::string> statisticsPages(const StatisticsDocument& document,
     PageParts parts;
     parts.title = options.title.empty() ? document.heading.title : options.title;
     parts.subtitles = {document.heading.team, document.heading.selection};
-    const std::string heading = FormatHeadingLine(report, document.columns, table);
+    // One set of widths for every line, so that a widened column stays straight down the pages.
+    const std::vector<int> widths = printedWidths(report, document.columns, table);
+    const std::string heading = FormatHeadingLine(report, document.columns, table, widths);
     parts.headings = {heading, underline(heading)};
     if (report.empty()) {
         parts.body = {document.emptyText};
@@ -68,8 +70,8 @@ std::vector<std::string> statisticsPages(const StatisticsDocument& document,
         const std::size_t shown = shownPlayers(report, options.topPlayers);
         for (std::size_t i = 0; i < shown; ++i)
             parts.body.push_back(
-                FormatPlayerLine(report, report.players[i], document.columns, table));
-        parts.closing = {"", FormatTotalsLine(report, document.columns, table)};
+                FormatPlayerLine(report, report.players[i], document.columns, widths));
+        parts.closing = {"", FormatTotalsLine(report, document.columns, widths)};
     }
     return layOutPages(parts, options.linesPerPage);
 }
@@ -81,7 +83,7 @@ std::vector<std::string> teamRecordPages(const TeamRecordReport& record, const C
     PageParts parts;
     parts.title = options.title.empty() ? heading.title : options.title;
     parts.subtitles = {heading.team, heading.selection};
-    const std::string header = teamRecordHeaderLine(ties);
+    const std::string header = teamRecordHeaderLine(ties, teamRecordWidths(record, config, ties));
     parts.headings = {header, underline(header)};
     if (record.empty()) {
         parts.body = {"No Games"};

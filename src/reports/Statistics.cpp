@@ -558,38 +558,79 @@ std::string leadingPart(const StatReport& report, const std::string& number,
 }
 
 std::string figureColumns(const StatReport& report, const PlayerFigures& f,
-                          const std::vector<int>& columns, const ColumnTable& table) {
+                          const std::vector<int>& columns, const std::vector<int>& widths) {
     std::string line;
-    for (int code : columns) {
-        const std::string heading = columnHeading(report.category, code, table);
-        if (heading.empty())
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!isReportColumn(report.category, columns[i]))
             continue;
-        line += AlignText(figureText(report.category, code, f[code]),
-                          static_cast<int>(heading.size()), 'L');
+        line +=
+            AlignText(figureText(report.category, columns[i], f[columns[i]]), widths.at(i), 'L');
     }
     return line;
 }
 
+// The width a figure needs to keep one space before it.
+int neededWidth(const StatReport& report, int code, const PlayerFigures& f) {
+    return static_cast<int>(trim(figureText(report.category, code, f[code])).size()) + 1;
+}
+
 } // namespace
 
+std::vector<int> printedWidths(const StatReport& report, const std::vector<int>& columns,
+                               const ColumnTable& table) {
+    std::vector<int> widths;
+    widths.reserve(columns.size());
+    for (int code : columns) {
+        int width = static_cast<int>(columnHeading(report.category, code, table).size());
+        if (width > 0) {
+            width = std::max(width, neededWidth(report, code, report.totals));
+            for (const PlayerFigures& p : report.players)
+                width = std::max(width, neededWidth(report, code, p));
+        }
+        widths.push_back(width);
+    }
+    return widths;
+}
+
 std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
-                              const ColumnTable& table) {
+                              const ColumnTable& table, const std::vector<int>& widths) {
     std::string line = leadingPart(report, "No", "Name", "Team");
-    for (int code : columns)
-        line += columnHeading(report.category, code, table);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::string heading = columnHeading(report.category, columns[i], table);
+        if (heading.empty())
+            continue;
+        // A widened column's heading keeps its own spacing and is moved right to the column's end.
+        const auto width = static_cast<std::size_t>(widths.at(i));
+        line += std::string(width > heading.size() ? width - heading.size() : 0, ' ') + heading;
+    }
     return line;
 }
 
 std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,
-                             const std::vector<int>& columns, const ColumnTable& table) {
+                             const std::vector<int>& columns, const std::vector<int>& widths) {
     return leadingPart(report, digits(player.number), player.name, player.teamShortName) +
-           figureColumns(report, player, columns, table);
+           figureColumns(report, player, columns, widths);
+}
+
+std::string FormatTotalsLine(const StatReport& report, const std::vector<int>& columns,
+                             const std::vector<int>& widths) {
+    return leadingPart(report, "", "Totals", "") +
+           figureColumns(report, report.totals, columns, widths);
+}
+
+std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
+                              const ColumnTable& table) {
+    return FormatHeadingLine(report, columns, table, printedWidths(report, columns, table));
+}
+
+std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,
+                             const std::vector<int>& columns, const ColumnTable& table) {
+    return FormatPlayerLine(report, player, columns, printedWidths(report, columns, table));
 }
 
 std::string FormatTotalsLine(const StatReport& report, const std::vector<int>& columns,
                              const ColumnTable& table) {
-    return leadingPart(report, "", "Totals", "") +
-           figureColumns(report, report.totals, columns, table);
+    return FormatTotalsLine(report, columns, printedWidths(report, columns, table));
 }
 
 } // namespace scorvane

@@ -109,8 +109,22 @@ std::string figureText(char category, int code, const Figure& figure);
 // The lines of a statistics report for a list of column codes (codes the category lacks are left
 // out): the heading line, a player's line and the totals line. Each line starts with the player's
 // number right-justified in 3 and his name in 17 (with the team's short name in 10 after it when
-// the report spans several teams); then each column's value right-justified in its heading's
-// width. A value wider than its column is left out, as the program's alignment does.
+// the report spans several teams); then each column's value right-justified in its printed width.
+//
+// A column's printed width is its heading's width, unless a figure of the report (on any player's
+// line or the totals line) would not keep a space before it there: then the whole column is
+// widened to that figure's width and one, its heading moved right with it, so that no figure is
+// ever cut or run into its neighbour. `printedWidths` works the widths out over the whole report,
+// in the order of `columns` (0 for a code the category lacks); the lines of one report must be
+// made with the same widths. The forms without widths work them out themselves.
+std::vector<int> printedWidths(const StatReport& report, const std::vector<int>& columns,
+                               const ColumnTable& table);
+std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
+                              const ColumnTable& table, const std::vector<int>& widths);
+std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,
+                             const std::vector<int>& columns, const std::vector<int>& widths);
+std::string FormatTotalsLine(const StatReport& report, const std::vector<int>& columns,
+                             const std::vector<int>& widths);
 std::string FormatHeadingLine(const StatReport& report, const std::vector<int>& columns,
                               const ColumnTable& table);
 std::string FormatPlayerLine(const StatReport& report, const PlayerFigures& player,

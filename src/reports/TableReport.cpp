@@ -92,9 +92,12 @@ std::string htmlRow(const std::vector<std::string>& cells, std::size_t textCells
 
 namespace {
 
-// A cell as printed: cut to its width, justified by its kind.
+// A cell as printed: justified in its width by its kind; a cell longer than its column is
+// printed whole all the same (widenColumns keeps that from happening within a report).
 std::string printedCell(const TableColumn& column, const std::string& cell) {
-    const std::string text = trim(cell).substr(0, static_cast<std::size_t>(column.width));
+    const std::string text = trim(cell);
+    if (text.size() >= static_cast<std::size_t>(column.width))
+        return text;
     return AlignText(text, column.width, column.text ? 'R' : 'L');
 }
 
@@ -130,22 +133,37 @@ std::string tableLine(const std::vector<TableColumn>& columns,
     return trimRight(line);
 }
 
+std::vector<TableColumn> widenColumns(std::vector<TableColumn> columns,
+                                      const std::vector<std::vector<std::string>>& rows) {
+    for (const auto& row : rows)
+        for (std::size_t i = 0; i < row.size() && i < columns.size(); ++i)
+            columns[i].width = std::max(columns[i].width, static_cast<int>(trim(row[i]).size()));
+    return columns;
+}
+
 std::vector<std::string> tablePages(const TableReport& report, const PrintOptions& options) {
     PageParts parts;
     parts.title = options.title.empty() ? report.heading.title : options.title;
     parts.subtitles = {report.heading.team, report.heading.selection};
     const bool ownLines = !report.printedHeading.empty();
+    std::vector<TableColumn> columns = report.columns;
+    if (!ownLines) {
+        std::vector<std::vector<std::string>> all = {headingCells(report)};
+        all.insert(all.end(), report.rows.begin(), report.rows.end());
+        all.insert(all.end(), report.closing.begin(), report.closing.end());
+        columns = widenColumns(std::move(columns), all);
+    }
     const std::string header =
-        ownLines ? report.printedHeading : tableLine(report.columns, headingCells(report));
+        ownLines ? report.printedHeading : tableLine(columns, headingCells(report));
     parts.headings = {header, underline(header)};
     if (ownLines) {
         parts.body = report.printedBody;
         parts.closing = report.printedClosing;
     } else {
         for (const auto& row : report.rows)
-            parts.body.push_back(tableLine(report.columns, row));
+            parts.body.push_back(tableLine(columns, row));
         for (const auto& row : report.closing)
-            parts.closing.push_back(tableLine(report.columns, row));
+            parts.closing.push_back(tableLine(columns, row));
     }
     if (parts.body.empty())
         parts.body = {report.emptyText};

@@ -13,7 +13,7 @@ namespace scorvane {
 // HTML page. Texts are Windows-1252.
 struct TableColumn {
     std::string heading;
-    int width = 0;     // printed width; cells are cut to it only when printed
+    int width = 0;     // printed width, widened for the whole report where a cell is longer
     bool text = false; // left-aligned text; numbers are right-aligned
 };
 
@@ -34,6 +34,11 @@ struct TableReport {
 // its column's width, one space between columns, trailing spaces removed.
 std::string tableLine(const std::vector<TableColumn>& columns,
                       const std::vector<std::string>& cells);
+// The columns, each widened to the longest of its cells in `rows` (headings included, when they
+// are among the rows), so that no printed cell is cut and each keeps a space before it. Columns
+// whose cells all fit keep their widths.
+std::vector<TableColumn> widenColumns(std::vector<TableColumn> columns,
+                                      const std::vector<std::vector<std::string>>& rows);
 std::vector<std::string> tablePages(const TableReport& report, const PrintOptions& options);
 // RFC 4180, CRLF line ends, UTF-8 without byte order mark.
 std::string tableCsv(const TableReport& report);

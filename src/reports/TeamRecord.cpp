@@ -128,17 +128,37 @@ std::vector<std::string> teamRecordCells(const TeamRecordReport& report, int row
     return cells;
 }
 
-std::string teamRecordHeaderLine(bool withTies) {
-    return withTies ? "Game Type    Won    Lost    Ties     Pct      PF      PA"
-                    : "Game Type    Won    Lost     Pct      PF      PA";
+std::vector<int> teamRecordWidths(const TeamRecordReport& report, const ConfigRecord& config,
+                                  bool withTies) {
+    std::vector<int> widths(withTies ? 6 : 5, kOtherWidth);
+    widths[0] = kWonWidth;
+    for (int row : report.shownRows()) {
+        const std::vector<std::string> cells = teamRecordCells(report, row, config, withTies);
+        for (std::size_t i = 1; i < cells.size(); ++i)
+            widths[i - 1] = std::max(widths[i - 1], static_cast<int>(cells[i].size()) + 1);
+    }
+    return widths;
+}
+
+std::string teamRecordHeaderLine(bool withTies, const std::vector<int>& widths) {
+    const std::vector<std::string> headings =
+        withTies ? std::vector<std::string>{"Won", "Lost", "Ties", "Pct", "PF", "PA"}
+                 : std::vector<std::string>{"Won", "Lost", "Pct", "PF", "PA"};
+    std::string line = "Game Type ";
+    for (std::size_t i = 0; i < headings.size(); ++i) {
+        const int width = i < widths.size() ? widths[i] : i == 0 ? kWonWidth : kOtherWidth;
+        line += AlignText(headings[i], width, 'L');
+    }
+    return line;
 }
 
 std::string teamRecordLine(const TeamRecordReport& report, int row, const ConfigRecord& config,
                            bool withTies) {
     const std::vector<std::string> cells = teamRecordCells(report, row, config, withTies);
+    const std::vector<int> widths = teamRecordWidths(report, config, withTies);
     std::string line = fit(row == kTotalsRow ? "Totals" : cells[0], 10);
     for (std::size_t i = 1; i < cells.size(); ++i)
-        line += AlignText(cells[i], i == 1 ? kWonWidth : kOtherWidth, 'L');
+        line += AlignText(cells[i], widths[i - 1], 'L');
     return line;
 }
 

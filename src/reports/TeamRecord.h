@@ -57,8 +57,12 @@ std::vector<std::string> teamRecordCells(const TeamRecordReport& report, int row
                                          const ConfigRecord& config, bool withTies);
 
 // The printed header line and rows: the label in 10 characters, then each number right-justified
-// under the end of its heading.
-std::string teamRecordHeaderLine(bool withTies);
+// under the end of its heading, in 6 characters for Won and 8 for the others. A column whose
+// figure would not keep a space before it is widened for the whole record (`teamRecordWidths`,
+// the numbers' columns from Won on); the header line without widths has the usual ones.
+std::vector<int> teamRecordWidths(const TeamRecordReport& report, const ConfigRecord& config,
+                                  bool withTies);
+std::string teamRecordHeaderLine(bool withTies, const std::vector<int>& widths = {});
 std::string teamRecordLine(const TeamRecordReport& report, int row, const ConfigRecord& config,
                            bool withTies);
 

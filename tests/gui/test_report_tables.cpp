@@ -41,16 +41,26 @@ private slots:
         QCOMPARE(table(&d)->item(0, 3)->text(), QStringLiteral("Lakeview Tigers"));
         QCOMPARE(table(&d)->item(games, 1)->text(), QStringLiteral("Totals"));
         QCOMPARE(d.report().printedBody.size() >= static_cast<std::size_t>(2 * games), true);
+        QCOMPARE(table(&d)->horizontalHeaderItem(4)->text(), QStringLiteral("H/A"));
         d.findChild<QRadioButton*>("optShortForm")->click();
         QCOMPARE(d.report().printedBody.size(), static_cast<std::size_t>(games));
         QVERIFY(d.report().printedBody[0].find("Lakeview Tigers") != std::string::npos);
+        // The grid follows the short form: the score and the result after the opponent.
+        const GameScore& first = d.games()[0];
+        QCOMPARE(table(&d)->columnCount(), 6);
+        QCOMPARE(table(&d)->horizontalHeaderItem(4)->text(), QStringLiteral("Score"));
+        QCOMPARE(table(&d)->item(0, 4)->text(),
+                 QStringLiteral("%1-%2").arg(first.teamTotal).arg(first.opponentTotal));
+        QCOMPARE(table(&d)->item(0, 5)->text(), QString::fromStdString(first.resultWord));
 
-        // Exported, the CSV has a row a game.
+        // Exported, the CSV has the short form's columns and a row a game.
         const QString csv = QString::fromStdString(f.dir.dir() + "../scores-export.csv");
         QVERIFY(d.exportTo(csv, false));
         QFile file(csv);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll().count('\n'), games + 2);
+        const QByteArray exported = file.readAll();
+        QVERIFY(exported.startsWith("No,Date,Type,Opponent,Score,Result\r\n"));
+        QCOMPARE(exported.count('\n'), games + 2);
         file.remove();
         QCOMPARE(f.snapshot(), before);
     }
@@ -83,6 +93,14 @@ private slots:
         ReportFixture f;
         StandingsDialog d(f.context, {2, 1});
         QCOMPARE(d.objectName(), QStringLiteral("frmStandings"));
+        QVERIFY(d.windowTitle().startsWith(QStringLiteral("Team Standings - ")));
+        QString printing;
+        scorvane::testing::whenShown("frmPrint", [&printing](QDialog* p) {
+            printing = p->findChild<QLabel*>("lblReportTitle")->text();
+            p->findChild<QPushButton*>("cmdCancel")->click();
+        });
+        d.findChild<QPushButton*>("cmdPrint")->click();
+        QCOMPARE(printing, QStringLiteral("Team Standings"));
         QCOMPARE(table(&d)->rowCount(), 2);
         QCOMPARE(table(&d)->item(0, 0)->text(), QStringLiteral("Riverside Hawks"));
         QCOMPARE(table(&d)->item(0, 4)->text(), QStringLiteral(".650"));

@@ -38,12 +38,14 @@ void report(const std::vector<TeamSeason>& teams, const Selection& selection, Fu
         FUZZ_CHECK(r.category == category);
         sortPlayers(r, in.number(0, 40), in.byte() % 2 ? 'D' : 'A');
         const std::vector<int> columns = formatColumns(defaultFormat(category));
-        (void)FormatHeadingLine(r, columns, table);
+        const std::vector<int> widths = printedWidths(r, columns, table);
+        const std::string heading = FormatHeadingLine(r, columns, table, widths);
         for (const PlayerFigures& p : r.players) {
             FUZZ_CHECK(isPlayerNumber(p.number));
-            (void)FormatPlayerLine(r, p, columns, table);
+            // Every line of a report is as long as its heading: no figure is cut or left out.
+            FUZZ_CHECK(FormatPlayerLine(r, p, columns, widths).size() == heading.size());
         }
-        (void)FormatTotalsLine(r, columns, table);
+        FUZZ_CHECK(FormatTotalsLine(r, columns, widths).size() == heading.size());
     }
     const TeamRecordReport record = computeTeamRecord(teams, selection);
     for (int row : record.shownRows()) {

@@ -94,6 +94,18 @@ TEST(Standings, TiesInPctGoByPointsDifference) {
         tablePages(standingsReport(table, {"Standings", "League", "League games"}), PrintOptions{});
     EXPECT_EQ(lines[4], "Team                         W    L    T     Pct     PF     PA   Diff");
     EXPECT_EQ(lines[6], "Bravo                        1    1    0    .500     30      3    +27");
+
+    // A number wider than its column widens it on every printed line instead of being cut.
+    std::vector<Standing> wide = table;
+    wide[0].pointsFor = 1234567;
+    const std::vector<std::string> widened =
+        tablePages(standingsReport(wide, {"Standings", "League", "League games"}), PrintOptions{});
+    EXPECT_EQ(widened[4],
+              "Team                         W    L    T     Pct      PF     PA     Diff");
+    EXPECT_EQ(widened[6],
+              "Bravo                        1    1    0    .500 1234567      3 +1234564");
+    EXPECT_EQ(widened[7],
+              "Alpha                        1    1    0    .500      10     10        0");
 }
 
 TEST_F(SampleTeams, GameScoresFollowTheSelectionAndCloseWithTheRecord) {
@@ -129,6 +141,14 @@ TEST_F(SampleTeams, GameScoresFollowTheSelectionAndCloseWithTheRecord) {
               "No,Date,Type,Opponent,H/A,Q1,Q2,Q3,Q4,OT,Pts,Opp Q1,Opp Q2,Opp Q3,Opp Q4,Opp OT,"
               "Opp,Result,Comment");
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 1 + 3 + 1);
+
+    // A quarter wider than its column widens it, heading and lines, instead of being cut.
+    std::vector<GameScore> big = games;
+    big[0].team[0] = 1000;
+    const TableReport wide = gameScoresReport(big, true, {"Game Scores", "Hawks", "2 to 4"});
+    const std::size_t q1 = wide.printedHeading.find("  Q1 ");
+    ASSERT_NE(q1, std::string::npos);
+    EXPECT_EQ(wide.printedBody[0].substr(q1, 5), "1000 ");
 }
 
 // A player's games add up to his season line, which is the report's own line for him.
@@ -183,6 +203,8 @@ TEST_F(SampleTeams, TheCommandWritesTheGameReports) {
         std::string::npos);
     EXPECT_EQ(run({"--team", "1,2", "--category", "S", "--format", "csv"}, out), kCommandOk);
     EXPECT_EQ(out.substr(0, out.find("\r\n")), "Team,W,L,T,Pct,PF,PA,Diff");
+    EXPECT_EQ(run({"--team", "1,2", "--category", "S"}, out), kCommandOk);
+    EXPECT_EQ(out.rfind("Team Standings ", 0), 0u);
     EXPECT_EQ(run({"--team", "1", "--category", "R", "--player", "22", "--by-game"}, out),
               kCommandOk);
     EXPECT_NE(out.find("Season"), std::string::npos);

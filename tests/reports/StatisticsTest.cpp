@@ -122,8 +122,11 @@ TEST(Statistics, SixteenBitFiguresOverflowAndAreNeverWrapped) {
     EXPECT_EQ(rc.overflows[0].column, 14);
     EXPECT_EQ(text(rc, rc.players[0], 3), "65534");
     EXPECT_EQ(text(rc, rc.totals, 14), "65534");
-    // Never shown as a number; too wide for its column, it is left out as any such value.
-    EXPECT_EQ(FormatPlayerLine(rc, rc.players[0], {14}, kTable), "  5 " + fit("", 17));
+    // Never shown as a number: the column is widened to show the word whole, and the totals'
+    // 65534 in it.
+    EXPECT_EQ(FormatPlayerLine(rc, rc.players[0], {14}, kTable),
+              "  5 " + fit("", 17) + " Overflow");
+    EXPECT_EQ(FormatTotalsLine(rc, {14}, kTable), "    " + fit("Totals", 17) + "    65534");
 }
 
 TEST(Statistics, SelectionDecidesGamesPlayedAndListing) {

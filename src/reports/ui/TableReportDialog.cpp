@@ -150,7 +150,7 @@ bool TableReportDialog::exportTo(const QString& path, bool html) {
 void TableReportDialog::exportReport() {
     QString path;
     bool html = false;
-    if (chooseExportFile(this, path, html))
+    if (chooseExportFile(this, report_.heading, path, html))
         exportTo(path, html);
 }
 
@@ -216,9 +216,9 @@ std::vector<GameRecord>* StandingsDialog::selectionGames() {
 }
 
 TableReport StandingsDialog::build() {
-    return standingsReport(
-        computeStandings(seasons_, context_.selection),
-        {"Standings", teamsLine(seasons_), context_.selection.describe(context_.session.config)});
+    return standingsReport(computeStandings(seasons_, context_.selection),
+                           {"Team Standings", teamsLine(seasons_),
+                            context_.selection.describe(context_.session.config)});
 }
 
 // --- a player's game log --------------------------------------------------------------------

@@ -93,7 +93,7 @@ public:
 protected:
     TableReport build() override;
     std::vector<GameRecord>* selectionGames() override;
-    QString reportName() const override { return QStringLiteral("Standings"); }
+    QString reportName() const override { return QStringLiteral("Team Standings"); }
 
 private:
     std::vector<TeamSeason> seasons_;
