@@ -20,11 +20,13 @@
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -194,9 +196,14 @@ private slots:
         QVERIFY(descending(figures(t, "Ast")));
         QVERIFY(!ascending(figures(t, "Ast")));
         QVERIFY(f.context.sort[3] == (SortSetting{4, 'D'}));
-        QCOMPARE(t->horizontalHeader()->sortIndicatorSection(), column(t, "Ast"));
+        // The heading's arrow is given the order itself; the style draws it its own way.
+        QHeaderView* header = t->horizontalHeader();
+        QCOMPARE(header->sortIndicatorSection(), column(t, "Ast"));
+        QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
         clickHeading(t, "Ast"); // the same column again: the other way round
         QVERIFY(ascending(figures(t, "Ast")));
+        QCOMPARE(header->sortIndicatorSection(), column(t, "Ast"));
+        QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
         QCOMPARE(text(t, t->rowCount() - 1, 1), QStringLiteral("Totals"));
 
         // The sort dialog starts from the heading's choice and sorts the same way.
@@ -212,6 +219,28 @@ private slots:
         QVERIFY(f.context.sort[3] == (SortSetting{3, 'D'}));
         // Nothing was computed again: the same players.
         QCOMPARE(d.report().players.size(), std::size_t(t->rowCount() - 1));
+
+        // The report confirmed as it was keeps that sort; once its column leaves the report,
+        // the report's own sort (tackles, greatest first) takes over.
+        whenShown("frmRptSelect", [](QDialog* r) { press(r, "cmdOK"); });
+        press(&d, "cmdFormat");
+        QVERIFY(f.context.sort[3] == (SortSetting{3, 'D'}));
+        QVERIFY(descending(figures(t, "Sol")));
+        QCOMPARE(header->sortIndicatorSection(), column(t, "Sol"));
+        whenShown("frmRptSelect", [](QDialog* r) {
+            whenShown("frmFormat", [](QDialog* fmt) {
+                selectRow(child<QListWidget>(fmt, "lstSelCat"), QStringLiteral("Sol"));
+                press(fmt, "cmdDelete");
+                press(fmt, "cmdOK");
+            });
+            press(r, "cmdChange");
+            press(r, "cmdOK");
+        });
+        press(&d, "cmdFormat");
+        QVERIFY(!f.context.sort[3]);
+        QCOMPARE(column(t, "Sol"), -1);
+        QVERIFY(descending(figures(t, "Tkl")));
+        QCOMPARE(header->sortIndicatorSection(), column(t, "Tkl"));
     }
 
     void categoryChangeShowsKickingWithItsMadeAttemptedColumns() {
@@ -235,6 +264,85 @@ private slots:
         QCOMPARE(doc.report.category, 'K');
         const auto pages = statisticsPages(doc, f.session.columns, PrintOptions{});
         QVERIFY(pages[0].rfind("Kicking Statistics", 0) == 0);
+    }
+
+    void gridFitsItsColumnsAndKeepsNumberAndNameInView() {
+        ReportFixture f;
+        StatsDialog d(f.context, 'P', {1, 2}, 1);
+        showActive(&d);
+        QTableWidget* t = grid(&d);
+        QHeaderView* header = t->horizontalHeader();
+        // Every column as wide as its heading or widest figure and a small margin (the sorted
+        // column also its arrow), the same after Compute; the report fits: no sideways scrolling.
+        auto widths = [t] {
+            QList<int> w;
+            for (int c = 0; c < t->columnCount(); ++c)
+                w << t->columnWidth(c);
+            return w;
+        };
+        auto checkFit = [&] {
+            for (int c = 0; c < t->columnCount(); ++c) {
+                int widest = QFontMetrics(header->font()).horizontalAdvance(headings(t)[c]);
+                for (int r = 0; r < t->rowCount(); ++r)
+                    widest = std::max(widest, QFontMetrics(t->item(r, c)->font().resolve(t->font()))
+                                                  .horizontalAdvance(text(t, r, c)));
+                const int margin = c == header->sortIndicatorSection() ? 40 : 16;
+                QVERIFY2(t->columnWidth(c) >= widest && t->columnWidth(c) <= widest + margin,
+                         qPrintable(headings(t)[c] +
+                                    QString(" %1 %2").arg(t->columnWidth(c)).arg(widest)));
+            }
+            QVERIFY(!t->horizontalScrollBar()->isVisible());
+        };
+        checkFit();
+        const QList<int> before = widths();
+        whenShown("frmCompute", [](QDialog* c) { press(c, "cmdCompute"); });
+        press(&d, "cmdCompute");
+        checkFit();
+        QCOMPARE(widths(), before);
+
+        // On a window too narrow for the report, a new report starts at its left edge.
+        d.layout()->setSizeConstraint(QLayout::SetNoConstraint);
+        d.setMinimumSize(0, 0);
+        d.resize(420, 400);
+        QTRY_VERIFY(t->horizontalScrollBar()->isVisible());
+        QScrollBar* sideways = t->horizontalScrollBar();
+        for (auto [button, dialog, ok] : {std::tuple("cmdCompute", "frmCompute", "cmdCompute"),
+                                          std::tuple("cmdFormat", "frmRptSelect", "cmdOK")}) {
+            sideways->setValue(sideways->maximum());
+            whenShown(dialog, [ok = ok](QDialog* w) { press(w, ok); });
+            press(&d, button);
+            QVERIFY2(sideways->maximum() > 0 && sideways->value() == 0, button);
+        }
+
+        // Scrolled fully right, the number, name and team stay at the left edge over the figures.
+        sideways->setValue(sideways->maximum());
+        auto* frozen = child<QTableView>(&d, "grdStatsFrozen");
+        QVERIFY(frozen->isVisible());
+        QCOMPARE(frozen->model(), t->model());
+        for (int c = 0; c < t->columnCount(); ++c)
+            QCOMPARE(frozen->isColumnHidden(c), c >= 3);
+        const int lead = t->columnWidth(0) + t->columnWidth(1) + t->columnWidth(2);
+        QCOMPARE(frozen->geometry(), QRect(t->viewport()->x(), header->y(), lead,
+                                           header->height() + t->viewport()->height()));
+        QVERIFY(t->columnViewportPosition(1) < 0); // the grid's own name column is scrolled away
+        QCOMPARE(frozen->indexAt(QPoint(2, 2)), t->model()->index(0, 0));
+        QVERIFY(t->indexAt(QPoint(lead + 2, 2)).column() > 3);
+
+        // The keyboard moves the selection in both; a cell moved to is not left under the frozen
+        // columns.
+        t->setFocus();
+        t->setCurrentCell(0, t->columnCount() - 1);
+        QTest::keyClick(t, Qt::Key_Down);
+        QCOMPARE(t->currentRow(), 1);
+        QVERIFY(frozen->selectionModel()->isRowSelected(1, {}));
+        while (t->currentColumn() > 3)
+            QTest::keyClick(t, Qt::Key_Left);
+        QCOMPARE(t->columnViewportPosition(3), lead);
+        QTest::keyClick(t, Qt::Key_Left);
+        QCOMPARE(t->currentColumn(), 2);
+        QCOMPARE(t->columnViewportPosition(3), lead); // the frozen team column: nothing scrolls
+        QTest::keyClick(t, Qt::Key_Down);
+        QCOMPARE(t->currentRow(), 2);
     }
 
     void severalTeamsAreNamedOnEveryLineAndAddUp() {

@@ -17,6 +17,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -44,6 +46,109 @@ QTableWidgetItem* cell(const QString& text, bool number, bool bold = false) {
     }
     return item;
 }
+
+// The report grid. Its first columns (the player's number and name, and the team on a report
+// over several teams) stay in view while the figures scroll sideways: a second view over the same
+// items and the same selection lies over the grid's left edge, shows only those columns and
+// scrolls up and down with the grid. The grid keeps the keyboard; the cell it moves to is scrolled
+// clear of the frozen columns.
+class FrozenColumnsGrid : public QTableWidget {
+public:
+    explicit FrozenColumnsGrid(QWidget* parent) : QTableWidget(parent) {
+        setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+        frozen_ = new QTableView(this);
+        frozen_->setObjectName(QStringLiteral("grdStatsFrozen"));
+        frozen_->setModel(model());
+        frozen_->setSelectionModel(selectionModel());
+        frozen_->setFocusPolicy(Qt::NoFocus);
+        frozen_->setFrameShape(QFrame::NoFrame);
+        frozen_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        frozen_->setSelectionBehavior(QAbstractItemView::SelectRows);
+        frozen_->setSelectionMode(QAbstractItemView::SingleSelection);
+        frozen_->setWordWrap(false);
+        frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        frozen_->verticalHeader()->hide();
+        frozen_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+        frozen_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+        frozen_->horizontalHeader()->setSectionsClickable(false);
+        frozen_->horizontalHeader()->setHighlightSections(false);
+        frozen_->hide();
+        viewport()->stackUnder(frozen_);
+        connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { layoutFrozen(); });
+        connect(verticalScrollBar(), &QAbstractSlider::valueChanged, frozen_->verticalScrollBar(),
+                &QAbstractSlider::setValue);
+        connect(frozen_->verticalScrollBar(), &QAbstractSlider::valueChanged, verticalScrollBar(),
+                &QAbstractSlider::setValue);
+    }
+
+    // How many columns from the left stay in view; 0 lets every column scroll.
+    void freezeColumns(int count) {
+        frozenCount_ = count;
+        layoutFrozen();
+    }
+
+    // The width of a column's widest item.
+    int contentsWidth(int column) const { return sizeHintForColumn(column); }
+
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override {
+        if (frozenCount_ == 0 || !index.isValid()) {
+            QTableWidget::scrollTo(index, hint);
+            return;
+        }
+        QScrollBar* sideways = horizontalScrollBar();
+        const int kept = sideways->value();
+        QTableWidget::scrollTo(index, hint);
+        if (index.column() < frozenCount_) {
+            sideways->setValue(kept); // always in view: only the rows scroll
+            return;
+        }
+        const int covered = frozenWidth() - visualRect(index).left();
+        if (covered > 0)
+            sideways->setValue(sideways->value() - covered);
+    }
+
+protected:
+    void updateGeometries() override {
+        QTableWidget::updateGeometries();
+        layoutFrozen();
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        QTableWidget::resizeEvent(event);
+        layoutFrozen();
+    }
+
+private:
+    int frozenWidth() const {
+        int width = 0;
+        for (int c = 0; c < std::min(frozenCount_, columnCount()); ++c)
+            width += columnWidth(c);
+        return width;
+    }
+
+    void layoutFrozen() {
+        if (!frozen_)
+            return; // the grid's own set-up, before the frozen view is there
+        if (frozenCount_ == 0 || columnCount() == 0) {
+            frozen_->hide();
+            return;
+        }
+        for (int c = 0; c < columnCount(); ++c) {
+            frozen_->setColumnHidden(c, c >= frozenCount_);
+            if (c < frozenCount_)
+                frozen_->setColumnWidth(c, columnWidth(c));
+        }
+        frozen_->verticalHeader()->setDefaultSectionSize(verticalHeader()->defaultSectionSize());
+        frozen_->horizontalHeader()->setFixedHeight(horizontalHeader()->height());
+        frozen_->setGeometry(viewport()->x(), horizontalHeader()->y(), frozenWidth(),
+                             horizontalHeader()->height() + viewport()->height());
+        frozen_->verticalScrollBar()->setValue(verticalScrollBar()->value());
+        frozen_->show();
+    }
+
+    QTableView* frozen_ = nullptr;
+    int frozenCount_ = 0;
+};
 
 QString windowTitleOf(char category, const std::vector<TeamSeason>& seasons) {
     return fromUtf8(std::string(reportTitle(category))) + QStringLiteral(" - ") +
@@ -91,7 +196,7 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
     selection_ = new QLabel(this);
     selection_->setObjectName(QStringLiteral("lblSelection"));
 
-    grid_ = new QTableWidget(this);
+    grid_ = new FrozenColumnsGrid(this);
     grid_->setObjectName(QStringLiteral("grdStats"));
     grid_->setFont(reportScreenFont());
     grid_->horizontalHeader()->setFont(reportScreenFont());
@@ -170,8 +275,11 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
     connect(categories_, &QComboBox::currentIndexChanged, this, &StatsDialog::categoryChosen);
     connect(teamBox_, &QComboBox::currentIndexChanged, this, &StatsDialog::teamsChosen);
 
-    // Wide enough for the report's columns, as far as the screen allows.
-    int width = grid_->verticalHeader()->width() + 4 * grid_->frameWidth() + 40;
+    // Wide enough for the report's columns and a scroll bar beside them, as far as the screen
+    // allows.
+    const QMargins margins = layout->contentsMargins();
+    int width = margins.left() + margins.right() + 2 * grid_->frameWidth() +
+                grid_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, grid_) + 4;
     for (int c = 0; c < grid_->columnCount(); ++c)
         width += grid_->columnWidth(c);
     const QScreen* screen = this->screen();
@@ -221,6 +329,7 @@ void StatsDialog::compute() {
     rosterOrder_ = report_.players;
     applySort();
     showReport();
+    grid_->horizontalScrollBar()->setValue(0); // a new report starts at its left edge
     if (!report_.overflows.empty())
         context_.prompter.ask(Message{"Overflow", std::string(reportTitle(category_)), Buttons::Ok,
                                       Icon::Critical, Answer::Ok});
@@ -253,6 +362,7 @@ void StatsDialog::showHeadings() {
     for (int code : columns_)
         headings << columnCaption(category_, code, table);
     grid_->clear();
+    grid_->clearSpans();
     grid_->setColumnCount(static_cast<int>(headings.size()));
     grid_->setHorizontalHeaderLabels(headings);
     const int lead = report_.multipleTeams ? 3 : 2;
@@ -299,18 +409,30 @@ void StatsDialog::showReport() {
             fillRow(row, report_.players[static_cast<std::size_t>(row)], false);
         fillRow(players, report_.totals, true);
     }
-    grid_->resizeColumnsToContents();
-    // Room for the sort arrow beside a number column's heading.
-    for (int c = lead; c < grid_->columnCount(); ++c)
-        grid_->setColumnWidth(c, grid_->columnWidth(c) + 12);
-
+    // Each column as wide as its heading or its widest figure, whichever is wider. The header
+    // leaves room for a sort arrow beside every heading while the arrow is shown, so the headings
+    // are measured without it and only the sorted column gets that room.
+    auto* grid = static_cast<FrozenColumnsGrid*>(grid_);
+    QHeaderView* header = grid_->horizontalHeader();
+    header->setSortIndicatorShown(false);
+    std::vector<int> widths;
+    for (int c = 0; c < grid_->columnCount(); ++c)
+        widths.push_back(std::max(header->sectionSizeHint(c), grid->contentsWidth(c)));
     const SortSetting sort = currentSort();
     const auto at = std::find(columns_.begin(), columns_.end(), int(sort.column));
-    QHeaderView* header = grid_->horizontalHeader();
-    header->setSortIndicatorShown(at != columns_.end());
-    if (at != columns_.end())
-        header->setSortIndicator(lead + static_cast<int>(at - columns_.begin()),
+    if (at != columns_.end()) {
+        // The order itself is handed over; the style draws the arrow its own way for it.
+        const int sorted = lead + static_cast<int>(at - columns_.begin());
+        header->setSortIndicator(sorted,
                                  sort.direction == 'D' ? Qt::DescendingOrder : Qt::AscendingOrder);
+        header->setSortIndicatorShown(true);
+        auto& width = widths[static_cast<std::size_t>(sorted)];
+        width = std::max(width, header->sectionSizeHint(sorted));
+    }
+    for (int c = 0; c < grid_->columnCount(); ++c)
+        grid_->setColumnWidth(c, widths[static_cast<std::size_t>(c)]);
+    // The number and name stay in view while the figures scroll sideways.
+    grid->freezeColumns(report_.empty() ? 0 : lead);
 
     const bool usable = report_.overflows.empty();
     print_->setEnabled(usable);
@@ -378,15 +500,23 @@ void StatsDialog::openFormat() {
     auto& chosen = context_.chosenReport[static_cast<std::size_t>(k)];
     ReportSelectDialog dialog(context_.files, context_.prompter, context_.session.config,
                               context_.session.columns, category_, chosen, this);
-    if (dialog.exec() == QDialog::Accepted) {
+    const ReportFormatRecord before = format_;
+    if (dialog.exec() == QDialog::Accepted)
         chosen = dialog.chosen();
-        // The chosen report brings its own sort.
-        context_.sort[static_cast<std::size_t>(k)].reset();
-    }
     // Reports may have been changed or deleted even when the list was left with Cancel.
     loadFormat();
+    // The sort chosen on the screen belongs to the category and outlasts the format dialog. It
+    // gives way when the report shown now brings another sort of its own (its sort was changed,
+    // or a report with a different sort was chosen) and when its column is no longer shown.
+    auto& sort = context_.sort[static_cast<std::size_t>(k)];
+    const bool ownSortChanged =
+        format_.sortColumn != before.sortColumn || format_.sortDirection != before.sortDirection;
+    if (sort && (ownSortChanged ||
+                 std::find(columns_.begin(), columns_.end(), int(sort->column)) == columns_.end()))
+        sort.reset();
     applySort();
     showReport();
+    grid_->horizontalScrollBar()->setValue(0); // other columns: from the left edge again
 }
 
 void StatsDialog::openSort() {
@@ -471,7 +601,7 @@ bool StatsDialog::exportTo(const QString& path, bool html) {
 void StatsDialog::exportReport() {
     QString path;
     bool html = false;
-    if (chooseExportFile(this, path, html))
+    if (chooseExportFile(this, document().heading, path, html))
         exportTo(path, html);
 }
 
