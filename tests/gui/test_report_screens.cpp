@@ -17,6 +17,8 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
@@ -928,6 +930,22 @@ private slots:
         QVERIFY(!d.exportTo(QString::fromStdString(f.dir.file("gone/passing.csv")), false));
         QCOMPARE(f.prompter.shown.size(), std::size_t(1));
         QCOMPARE(f.prompter.shown[0].title, std::string("Printer/File Error"));
+        QCOMPARE(f.snapshot(), before);
+
+        // Export suggests the team, the report and the day; choosing HTML changes the ending.
+        QString suggested, asHtml;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            suggested = QFileInfo(dialog->selectedFiles().value(0)).fileName();
+            emit dialog->filterSelected(QStringLiteral("HTML (*.html *.htm)"));
+            asHtml = QFileInfo(dialog->selectedFiles().value(0)).fileName();
+            dialog->reject();
+        });
+        press(&d, "cmdExport");
+        const QString day = QDate::currentDate().toString(Qt::ISODate);
+        QCOMPARE(suggested, QStringLiteral("Riverside Hawks Passing Statistics %1.csv").arg(day));
+        QCOMPARE(asHtml, QStringLiteral("Riverside Hawks Passing Statistics %1.html").arg(day));
         QCOMPARE(f.snapshot(), before);
     }
 };

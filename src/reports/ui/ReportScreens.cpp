@@ -13,6 +13,7 @@
 
 #include <QDate>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 
 #include <algorithm>
@@ -97,9 +98,19 @@ bool chooseExportFile(QWidget* parent, const ReportHeading& heading, QString& pa
     const std::string date = toUtf8(QDate::currentDate().toString(Qt::ISODate));
     dialog.selectFile(fromUtf8(suggestedFileName(
         {toUtf8(fromFileText(heading.team)), toUtf8(fromFileText(heading.title))}, date, ".csv")));
+    // Choosing the other kind of file changes the suggested name's ending with it.
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
-        dialog.setDefaultSuffix(filter == htmlFilter ? QStringLiteral("html")
-                                                     : QStringLiteral("csv"));
+        const QString suffix =
+            filter == htmlFilter ? QStringLiteral("html") : QStringLiteral("csv");
+        dialog.setDefaultSuffix(suffix);
+        const QStringList chosen = dialog.selectedFiles();
+        if (chosen.isEmpty())
+            return;
+        const QFileInfo file(chosen.first());
+        const QString ending = file.suffix().toLower();
+        if (ending == QLatin1String("csv") || ending == QLatin1String("html") ||
+            ending == QLatin1String("htm"))
+            dialog.selectFile(file.completeBaseName() + QLatin1Char('.') + suffix);
     });
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
