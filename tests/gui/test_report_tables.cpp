@@ -3,12 +3,14 @@
 #include "reports/ui/ChartDialog.h"
 #include "reports/ui/TableReportDialog.h"
 
-#include <QChart>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableWidget>
 #include <QtTest>
+
+#include <qcustomplot.h>
 
 using namespace scorvane;
 using scorvane::testing::ReportFixture;
@@ -17,6 +19,39 @@ namespace {
 
 QTableWidget* table(QWidget* d) {
     return d->findChild<QTableWidget*>("tblReport");
+}
+
+// What a chart window draws: its title, the names under its category ticks, the values of each
+// series and the numbers written on its bars or points.
+struct DrawnChart {
+    QString title;
+    QStringList categories;
+    QStringList series;
+    QList<QList<double>> values;
+    QStringList labels;
+    bool legend = false;
+};
+
+DrawnChart drawn(QWidget* chart) {
+    auto* plot = chart->findChild<QCustomPlot*>("chvChart");
+    DrawnChart d;
+    if (const auto* title = qobject_cast<QCPTextElement*>(plot->plotLayout()->element(0, 0)))
+        d.title = title->text();
+    if (const auto ticker = plot->xAxis->ticker().dynamicCast<QCPAxisTickerText>())
+        d.categories = ticker->ticks().values();
+    for (int i = 0; i < plot->plottableCount(); ++i) {
+        QCPAbstractPlottable* p = plot->plottable(i);
+        d.series << p->name();
+        QList<double> values;
+        for (int k = 0; k < p->interface1D()->dataCount(); ++k)
+            values << p->interface1D()->dataMainValue(k);
+        d.values << values;
+    }
+    for (int i = 0; i < plot->itemCount(); ++i)
+        if (const auto* text = qobject_cast<QCPItemText*>(plot->item(i)))
+            d.labels << text->text();
+    d.legend = plot->legend->visible();
+    return d;
 }
 
 } // namespace
@@ -65,9 +100,10 @@ private slots:
         QCOMPARE(f.snapshot(), before);
     }
 
-    // The chart of points by quarter sums the games shown, and saves as a PNG
-    // picture.
-    void theQuarterChartSavesAsPng() {
+    // The chart of points by quarter sums the games shown, draws both teams'
+    // bars under the quarters' names, and saves as a PNG picture or a PDF page;
+    // a file that cannot be written is refused.
+    void theQuarterChartDrawsAndSaves() {
         ReportFixture f;
         GameScoresDialog d(f.context, 1);
         const QuarterPoints points = quarterPoints(d.games());
@@ -80,13 +116,36 @@ private slots:
         QCOMPARE(byQuarter, total);
         ChartDialog chart(quarterPointsChart(points, QStringLiteral("Hawks")),
                           QStringLiteral("Points"));
+        const DrawnChart c = drawn(&chart);
+        QCOMPARE(c.title, QStringLiteral("Points by Quarter"));
+        QCOMPARE(c.categories, QStringList({"1st", "2nd", "3rd", "4th", "OT"}));
+        QCOMPARE(c.series, QStringList({"Hawks", "Opponents"}));
+        QList<double> team, opponents;
+        QStringList labels;
+        for (std::size_t q = 0; q < 5; ++q) {
+            team << static_cast<double>(points.team[q]);
+            opponents << static_cast<double>(points.opponents[q]);
+        }
+        for (double v : team + opponents)
+            labels << QString::number(v);
+        QCOMPARE(c.values, QList<QList<double>>({team, opponents}));
+        QCOMPARE(c.labels, labels);
+        QVERIFY(c.legend);
+        QVERIFY(scorvane::testing::sharedAccessKeys(&chart).isEmpty());
+
         chart.show();
         QVERIFY(QTest::qWaitForWindowExposed(&chart));
-        const QString png = QString::fromStdString(f.dir.dir() + "../quarters-chart.png");
-        QVERIFY(chart.saveTo(png));
-        QImage image(png);
+        const QString dir = QString::fromStdString(f.dir.dir() + "../");
+        QVERIFY(chart.saveTo(dir + "quarters-chart.png"));
+        QImage image(dir + "quarters-chart.png");
         QVERIFY(!image.isNull() && image.width() > 300);
-        QFile::remove(png);
+        QVERIFY(chart.saveTo(dir + "quarters-chart.pdf"));
+        QFile pdf(dir + "quarters-chart.pdf");
+        QVERIFY(pdf.open(QIODevice::ReadOnly) && pdf.read(5) == "%PDF-");
+        QFile::remove(dir + "quarters-chart.png");
+        QFile::remove(dir + "quarters-chart.pdf");
+        for (const char* name : {"no-such-folder/chart.png", "no-such-folder/chart.pdf"})
+            QVERIFY2(!chart.saveTo(dir + name), name);
     }
 
     void standingsOfTheMarkedTeams() {
@@ -121,6 +180,30 @@ private slots:
         QCOMPARE(sum, static_cast<double>(d.log().season[3].value));
         QCOMPARE(labels.size(), yards.size());
         QVERIFY(QString::fromStdString(labels[0]).startsWith(QStringLiteral("09/05/25")));
+
+        // Its chart draws the chosen column game by game under the games' dates,
+        // without a legend; Enter closes it with the focused Close button.
+        DrawnChart c;
+        bool closed = false;
+        scorvane::testing::whenShown("frmChart", [&](QDialog* chart) {
+            c = drawn(chart);
+            QTest::keyClick(chart, Qt::Key_Return);
+            closed = chart->result() == QDialog::Accepted;
+        });
+        d.findChild<QPushButton*>("cmdChart")->click();
+        QVERIFY(closed);
+        const QString column = d.findChild<QComboBox*>("cboChartColumn")->currentText();
+        QCOMPARE(c.title, column + QStringLiteral(" by Game"));
+        QCOMPARE(c.series, QStringList(column));
+        QCOMPARE(c.values, QList<QList<double>>({QList<double>(yards.begin(), yards.end())}));
+        QStringList dates, numbers;
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            dates << QString::fromStdString(labels[i]);
+            numbers << QString::number(yards[i]);
+        }
+        QCOMPARE(c.categories, dates);
+        QCOMPARE(c.labels, numbers);
+        QVERIFY(!c.legend);
     }
 };
 

@@ -7,31 +7,32 @@
 #include <string>
 #include <vector>
 
-class QChart;
+class QCustomPlot;
 
 namespace scorvane {
 
 // Both teams' points by quarter and overtime over the games of a report, as grouped bars.
-QChart* quarterPointsChart(const QuarterPoints& points, const QString& teamName);
-// One figure game by game: a line over the games, each labelled with its date and opponent.
-QChart* gameByGameChart(const std::vector<double>& values, const std::vector<std::string>& labels,
-                        const QString& column);
+QCustomPlot* quarterPointsChart(const QuarterPoints& points, const QString& teamName);
+// One figure game by game: a line over the games, each labelled with its date (or "Game n").
+QCustomPlot* gameByGameChart(const std::vector<double>& values,
+                             const std::vector<std::string>& labels, const QString& column);
 
-// A chart in a window of its own, which can be saved as a PNG picture.
+// A chart in a window of its own, which can be saved as a PNG picture or a PDF page.
 class ChartDialog : public QDialog {
     Q_OBJECT
 
 public:
     // Takes the chart over.
-    ChartDialog(QChart* chart, const QString& title, QWidget* parent = nullptr);
+    ChartDialog(QCustomPlot* chart, const QString& title, QWidget* parent = nullptr);
 
-    // The chart as a picture of its window's size; false when the file could not be written.
+    // The chart at its window's size: a PDF page when the name ends in ".pdf", a PNG picture
+    // otherwise; false when the file could not be written.
     bool saveTo(const QString& path);
 
 private:
     void save();
 
-    QWidget* view_ = nullptr;
+    QCustomPlot* plot_ = nullptr;
 };
 
 } // namespace scorvane
