@@ -10,7 +10,7 @@
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qt-<version>-<compiler>-<options hash>/
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qcustomplot-<version>-<same Qt folder name>/
 # Sources are unpacked and built in work-<folder>/ beside them; a folder with its stamp file
-# ".complete" is used as it is. Building Qt takes about 12 minutes on 2 cores; the cache holds
+# ".complete" is used as it is. Building Qt takes about 12 minutes on 2 idle cores; the cache holds
 # about 90 MB. The program, the report command and every test program land in build-windows/bin/
 # together with the DLLs they need, so they run under wine with nothing installed.
 set -euo pipefail
@@ -81,14 +81,15 @@ fetch_source() { # package work-folder
 # Qt for Windows: qtbase only, shared libraries, the Linux host's own moc, rcc and uic
 # (QT_HOST_PATH). Off what the program does not use. Tablet events need the wintab headers, which
 # Debian's repacked source drops; Direct2D must stay on or PrintSupport and the windows platform
-# plugin fail to link; the bundled FreeType gives the offscreen platform plugin.
+# plugin fail to link; the bundled FreeType gives the offscreen platform plugin. With OpenGL off,
+# dynamic OpenGL must go too, or the windows platform plugin does not compile.
 qt_options=(
     -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON
     -DCMAKE_TOOLCHAIN_FILE="$repo/cmake/mingw-w64.cmake"
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
     -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF
     -DFEATURE_sql=OFF -DFEATURE_network=OFF -DFEATURE_dbus=OFF -DFEATURE_xml=OFF
-    -DFEATURE_concurrent=OFF -DFEATURE_opengl=OFF -DFEATURE_vulkan=OFF
+    -DFEATURE_concurrent=OFF -DFEATURE_opengl=OFF -DFEATURE_dynamicgl=OFF -DFEATURE_vulkan=OFF
     -DFEATURE_tabletevent=OFF -DFEATURE_direct2d=ON
     -DFEATURE_freetype=ON -DFEATURE_system_freetype=OFF
     -DFEATURE_system_zlib=OFF -DFEATURE_system_png=OFF -DFEATURE_system_jpeg=OFF
