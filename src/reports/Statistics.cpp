@@ -85,68 +85,17 @@ private:
     std::size_t count_ = 0;
 };
 
-// One player's running sums while the records are read. 64-bit, so that a sum that leaves the
-// 32-bit range can be told rather than wrapped.
+// One player's running sums while the records are read, and the games they came from.
 struct Sums {
-    std::array<long long, kMaxColumnCode + 1> value{};
-    std::array<bool, kMaxColumnCode + 1> longestSeen{};
-    std::array<long long, kMaxColumnCode + 1> made{};
-    std::array<long long, kMaxColumnCode + 1> attempted{};
-    long long puntYards = 0;
+    LineSums line;
     GameSet games;
-
-    // A longest-gain column takes the first counted value as it is (so a negative longest gain
-    // shows when every counted one is negative), then only greater ones.
-    void longest(int code, long long v) {
-        const auto c = static_cast<std::size_t>(code);
-        if (!longestSeen[c] || v > value[c])
-            value[c] = v;
-        longestSeen[c] = true;
-    }
-    void add(int code, long long v) { value[static_cast<std::size_t>(code)] += v; }
-    void kick(int code, bool good) {
-        ++attempted[static_cast<std::size_t>(code)];
-        if (good)
-            ++made[static_cast<std::size_t>(code)];
-    }
 };
 
 bool has(int marks, int bit) {
     return (marks & bit) != 0;
 }
 
-// Where the entered columns of a category lie in its records, worked out once per report rather
-// than once per record.
-struct EnteredColumn {
-    int code = 0;
-    std::size_t slot = 0;
-    bool longest = false;
-};
-std::vector<EnteredColumn> enteredColumns(char category) {
-    std::vector<EnteredColumn> columns;
-    const int count = ColumnTable::columnCount(category);
-    for (int code = 2; code <= count; ++code) {
-        const int slot = statSlot(category, code);
-        if (slot < 0 || slot >= static_cast<int>(StatRecord::ValueCount))
-            continue;
-        columns.push_back({code, static_cast<std::size_t>(slot),
-                           columnKind(category, code) == ColumnKind::Longest});
-    }
-    return columns;
-}
-
-void addCategoryRecord(const std::vector<EnteredColumn>& columns,
-                       const std::array<std::int16_t, StatRecord::ValueCount>& values, Sums& sums) {
-    for (const EnteredColumn& c : columns) {
-        const long long v = values[c.slot];
-        if (c.longest)
-            sums.longest(c.code, v);
-        else
-            sums.add(c.code, v);
-    }
-}
-
-void addKicks(const StatListRecord& record, Sums& sums) {
+void addKicks(const StatListRecord& record, LineSums& sums) {
     using namespace kicks;
     for (const ListEntry& e : record.entries) {
         const bool good = has(e.marks, kickmark::Good);
@@ -183,7 +132,7 @@ void addKicks(const StatListRecord& record, Sums& sums) {
     }
 }
 
-void addReturns(const StatListRecord& record, Sums& sums) {
+void addReturns(const StatListRecord& record, LineSums& sums) {
     using namespace returns;
     for (const ListEntry& e : record.entries) {
         const bool punt = e.type == returntype::Punt;
@@ -198,7 +147,7 @@ void addReturns(const StatListRecord& record, Sums& sums) {
     }
 }
 
-void addListRecord(char category, const StatListRecord& record, Sums& sums) {
+void addListRecord(char category, const StatListRecord& record, LineSums& sums) {
     const int firstUser = ColumnTable::firstUserColumn(category);
     for (std::size_t i = 0; i < record.summary.size(); ++i)
         sums.add(firstUser + static_cast<int>(i), record.summary[i]);
@@ -321,13 +270,79 @@ bool isDerived(char category, int code) {
     }
 }
 
-// The counted figures of a line from its sums, each checked against the 32-bit range (games
-// against 16 bits); the made x 100 of a made/attempted column must fit 32 bits as well.
-void takeSums(char category, const Sums& sums, PlayerFigures& f) {
+void noteOverflows(char category, const PlayerFigures& f, std::vector<OverflowNote>& notes) {
     const int count = ColumnTable::columnCount(category);
-    const auto games = static_cast<long long>(sums.games.size());
+    for (int code = 1; code <= count; ++code)
+        if (f[code].overflow)
+            notes.push_back({f.teamNumber, f.number, f.name, code});
+}
+
+} // namespace
+
+void LineSums::longest(int code, long long v) {
+    const auto c = static_cast<std::size_t>(code);
+    if (!longestSeen[c] || v > value[c])
+        value[c] = v;
+    longestSeen[c] = true;
+}
+
+void LineSums::kick(int code, bool good) {
+    ++attempted[static_cast<std::size_t>(code)];
+    if (good)
+        ++made[static_cast<std::size_t>(code)];
+}
+
+void LineSums::addLine(char category, const LineSums& other) {
+    for (int code = 2; code <= kMaxColumnCode; ++code) {
+        const auto c = static_cast<std::size_t>(code);
+        if (columnKind(category, code) == ColumnKind::Longest) {
+            if (other.longestSeen[c])
+                longest(code, other.value[c]);
+        } else {
+            value[c] += other.value[c];
+        }
+        made[c] += other.made[c];
+        attempted[c] += other.attempted[c];
+    }
+    puntYards += other.puntYards;
+}
+
+CategoryRecords::CategoryRecords(char category) : category_(category) {
+    if (categoryIndex(category) < 0 || isListCategory(category))
+        return;
+    const int count = ColumnTable::columnCount(category);
+    for (int code = 2; code <= count; ++code) {
+        const int slot = statSlot(category, code);
+        if (slot < 0 || slot >= static_cast<int>(StatRecord::ValueCount))
+            continue;
+        entered_.push_back({code, static_cast<std::size_t>(slot),
+                            columnKind(category, code) == ColumnKind::Longest});
+    }
+}
+
+void CategoryRecords::add(ByteView record, LineSums& sums) const {
+    if (categoryIndex(category_) < 0)
+        return;
+    if (isListCategory(category_)) {
+        addListRecord(category_, StatListRecord::decode(record), sums);
+        return;
+    }
+    const std::array<std::int16_t, StatRecord::ValueCount> values =
+        StatRecord::decodeValues(record);
+    for (const Entered& c : entered_) {
+        const long long v = values[c.slot];
+        if (c.longest)
+            sums.longest(c.code, v);
+        else
+            sums.add(c.code, v);
+    }
+}
+
+void lineFigures(char category, const LineSums& sums, long long games, bool totals,
+                 PlayerFigures& f) {
+    const int count = ColumnTable::columnCount(category);
     f[1].value = games;
-    f[1].overflow = games > kInt16Max;
+    f[1].overflow = totals ? !fits32(games) : games > kInt16Max;
     for (int code = 2; code <= count; ++code) {
         if (isDerived(category, code))
             continue;
@@ -342,22 +357,22 @@ void takeSums(char category, const Sums& sums, PlayerFigures& f) {
             fig.overflow = !fits32(fig.value);
         }
     }
-    derive(category, f, sums.puntYards, !fits32(sums.puntYards), false);
+    derive(category, f, sums.puntYards, !fits32(sums.puntYards), totals);
 }
-
-void noteOverflows(char category, const PlayerFigures& f, std::vector<OverflowNote>& notes) {
-    const int count = ColumnTable::columnCount(category);
-    for (int code = 1; code <= count; ++code)
-        if (f[code].overflow)
-            notes.push_back({f.teamNumber, f.number, f.name, code});
-}
-
-} // namespace
 
 bool PlayerFilter::lists(int teamNumber, int playerNumber, long long games) const {
     if (games < minimumGames)
         return false;
     return players.empty() || players.count({teamNumber, playerNumber}) != 0;
+}
+
+std::vector<bool> selectedGames(const TeamSeason& team, const Selection& selection) {
+    // Game numbers are 16-bit.
+    std::vector<bool> selected(std::numeric_limits<std::int16_t>::max() + 1, false);
+    for (const GameRecord& g : team.games)
+        if (g.gameNumber >= 0 && selection.countsGame(g))
+            selected[static_cast<std::size_t>(g.gameNumber)] = true;
+    return selected;
 }
 
 StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams,
@@ -369,16 +384,11 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
     if (categoryIndex(category) < 0)
         return report;
 
-    const std::vector<EnteredColumn> columns = enteredColumns(category);
-    Sums total;
+    const CategoryRecords reader(category);
+    LineSums total;
     long long totalGames = 0;
     for (const TeamSeason& team : teams) {
-        // The selected games of the team, marked by number (game numbers are 16-bit).
-        std::vector<bool> selected(std::numeric_limits<std::int16_t>::max() + 1, false);
-        for (const GameRecord& g : team.games)
-            if (g.gameNumber >= 0 && selection.countsGame(g))
-                selected[static_cast<std::size_t>(g.gameNumber)] = true;
-
+        const std::vector<bool> selected = selectedGames(team, selection);
         std::array<Sums, kMaxPlayers + 1> sums{};
         const Status read = team.stats.forEach([&](ByteView raw) {
             const StatHeader h = StatHeader::decode(raw);
@@ -387,10 +397,7 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
                 return;
             Sums& s = sums[static_cast<std::size_t>(h.playerNumber)];
             s.games.insert(h.gameNumber);
-            if (isListCategory(category))
-                addListRecord(category, StatListRecord::decode(raw), s);
-            else
-                addCategoryRecord(columns, StatRecord::decodeValues(raw), s);
+            reader.add(raw, s.line);
         });
         if (!read && report.status)
             report.status = read;
@@ -408,47 +415,18 @@ StatReport ComputeStatistics(char category, const std::vector<TeamSeason>& teams
             f.teamShortName = team.shortName;
             f.number = number;
             f.name = name;
-            takeSums(category, s, f);
+            lineFigures(category, s.line, static_cast<long long>(s.games.size()), false, f);
             noteOverflows(category, f, report.overflows);
             report.players.push_back(std::move(f));
 
             teamGames.insert(s.games);
-            for (int code = 2; code <= kMaxColumnCode; ++code) {
-                const auto c = static_cast<std::size_t>(code);
-                if (columnKind(category, code) == ColumnKind::Longest) {
-                    if (s.longestSeen[c])
-                        total.longest(code, s.value[c]);
-                } else {
-                    total.value[c] += s.value[c];
-                }
-                total.made[c] += s.made[c];
-                total.attempted[c] += s.attempted[c];
-            }
-            total.puntYards += s.puntYards;
+            total.addLine(category, s.line);
         }
         totalGames += static_cast<long long>(teamGames.size());
     }
 
-    PlayerFigures& t = report.totals;
-    const int count = ColumnTable::columnCount(category);
-    for (int code = 2; code <= count; ++code) {
-        if (isDerived(category, code))
-            continue;
-        const auto c = static_cast<std::size_t>(code);
-        if (columnKind(category, code) == ColumnKind::MadeAttempted) {
-            t[code].made = total.made[c];
-            t[code].attempted = total.attempted[c];
-            t[code].overflow = !fits32(total.made[c]) || !fits32(total.attempted[c]) ||
-                               !fits32(total.made[c] * 100);
-        } else {
-            t[code].value = total.value[c];
-            t[code].overflow = !fits32(total.value[c]);
-        }
-    }
-    t[1].value = totalGames;
-    t[1].overflow = !fits32(totalGames);
-    derive(category, t, total.puntYards, !fits32(total.puntYards), true);
-    noteOverflows(category, t, report.overflows);
+    lineFigures(category, total, totalGames, true, report.totals);
+    noteOverflows(category, report.totals, report.overflows);
     return report;
 }
 

@@ -81,6 +81,52 @@ struct PlayerFilter {
     bool narrows() const { return minimumGames > 1 || !players.empty(); }
 };
 
+// The counted sums of one line, in 64 bits so that a sum that leaves the 32-bit range can be told
+// rather than wrapped: what every figure of the line is worked out from (lineFigures). A season's
+// line, its totals, a career's line and one game's performance are all made from these alike.
+struct LineSums {
+    std::array<long long, kMaxColumnCode + 1> value{};
+    std::array<bool, kMaxColumnCode + 1> longestSeen{};
+    std::array<long long, kMaxColumnCode + 1> made{};
+    std::array<long long, kMaxColumnCode + 1> attempted{};
+    long long puntYards = 0;
+
+    void add(int code, long long v) { value[static_cast<std::size_t>(code)] += v; }
+    // A longest-gain column takes the first counted value as it is (so a negative longest gain
+    // shows when every counted one is negative), then only greater ones.
+    void longest(int code, long long v);
+    void kick(int code, bool good);
+    // Another line's sums: counts added, longest gains the greater.
+    void addLine(char category, const LineSums& other);
+};
+
+// Reads the statistics records of one category into sums, the record's columns located once.
+class CategoryRecords {
+public:
+    explicit CategoryRecords(char category);
+    // Adds the figures of one record of the category (its header already checked) to `sums`.
+    void add(ByteView record, LineSums& sums) const;
+
+private:
+    struct Entered {
+        int code = 0;
+        std::size_t slot = 0;
+        bool longest = false;
+    };
+    char category_;
+    std::vector<Entered> entered_;
+};
+
+// The figures of a line from its sums and its games: the counts checked against the 32-bit range
+// (a player's games against 16 bits) and every derived column (Pct, Avg, Rtg, FD%, PAv, KAv, Pts,
+// Y@C, Tkl) worked out from the sums, never from other derived figures. A player's line keeps Pts
+// and Y@C in 16 bits, the totals line in 32.
+void lineFigures(char category, const LineSums& sums, long long games, bool totals,
+                 PlayerFigures& f);
+
+// The team's games that the selection counts, marked by game number (0..32767).
+std::vector<bool> selectedGames(const TeamSeason& team, const Selection& selection);
+
 // Accumulates and derives the figures of `category` over the selected games of every team.
 // Records that are deleted, of another category, of a game not selected or of a player number
 // outside 1..99 are skipped.
