@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -44,17 +45,20 @@ std::string absoluteFolder(const std::string& text) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2 || argc > 3) {
+    const std::vector<std::string> args = platform::commandLineArguments(argc, argv);
+    if (args.empty() || args.size() > 2) {
         std::cerr << "usage: scorvane-setup <programFolder> [<sampleFolder>]\n";
         return 2;
     }
-    const std::string programFolder = absoluteFolder(argv[1]);
+    const std::string programFolder = absoluteFolder(args[0]);
     const std::string sampleFolder =
-        argc == 3 ? absoluteFolder(argv[2]) : programFolder + "sample-season/";
+        args.size() == 2 ? absoluteFolder(args[1]) : programFolder + "sample-season/";
+    const std::string shownConfig = platform::shownPath(programFolder + "BXFB.INI");
+    const std::string shownSample = platform::shownPath(sampleFolder);
 
     if (const Status s = createDirectories(programFolder); !s) {
-        std::cerr << "scorvane-setup: cannot create " << programFolder << ": " << s.message()
-                  << '\n';
+        std::cerr << "scorvane-setup: cannot create " << platform::shownPath(programFolder) << ": "
+                  << s.message() << '\n';
         return 1;
     }
 
@@ -66,16 +70,15 @@ int main(int argc, char** argv) {
         return 1;
     }
     if (result.wroteConfig && result.wroteSample)
-        std::cout << "Wrote " << programFolder << "BXFB.INI and the sample season in "
-                  << sampleFolder << '\n';
+        std::cout << "Wrote " << shownConfig << " and the sample season in " << shownSample << '\n';
     else if (result.wroteConfig)
-        std::cout << "Wrote " << programFolder << "BXFB.INI (the sample season in " << sampleFolder
+        std::cout << "Wrote " << shownConfig << " (the sample season in " << shownSample
                   << " was already there)\n";
     else if (result.wroteSample)
-        std::cout << "Wrote the sample season in " << sampleFolder
+        std::cout << "Wrote the sample season in " << shownSample
                   << " (BXFB.INI was already there)\n";
     else
-        std::cout << "Nothing to write: " << programFolder << "BXFB.INI and " << sampleFolder
-                  << "FBTEAMS.DAT are already there\n";
+        std::cout << "Nothing to write: " << shownConfig << " and "
+                  << platform::shownPath(sampleFolder + "FBTEAMS.DAT") << " are already there\n";
     return 0;
 }

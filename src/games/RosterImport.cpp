@@ -410,7 +410,7 @@ Status readRosterCsv(const std::string& path, RosterImportFile& file) {
     if (Status s = readWholeFile(path, bytes, exists); !s)
         return s;
     if (!exists)
-        return Status::error(ErrorKind::Unreadable, path + " was not found.");
+        return Status::error(ErrorKind::Unreadable, platform::shownPath(path) + " was not found.");
     file = parseRosterCsv(bytes);
     return Status::ok();
 }

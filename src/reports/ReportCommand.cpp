@@ -270,7 +270,7 @@ std::optional<Failure> readConfiguration(const Options& o, const std::string& pr
     Bytes bytes;
     bool exists = false;
     if (Status s = readWholeFile(path, bytes, exists); !s)
-        return Failure{"Cannot read " + path + ": " + s.message()};
+        return Failure{"Cannot read " + platform::shownPath(path) + ": " + s.message()};
     if (!exists && o.dataDirectory && !o.configDirectory) {
         // Reading a data directory named on the command line needs no configuration: the default
         // names of the game types and user columns serve.
@@ -282,7 +282,7 @@ std::optional<Failure> readConfiguration(const Options& o, const std::string& pr
     else if (bytes.size() == ConfigRecord::LegacyLength)
         config = ConfigRecord::upgradeLegacy(bytes); // in memory only; the file stays as it is
     else
-        return Failure{"BXFB.INI File Corrupt or Not Found: " + path};
+        return Failure{"BXFB.INI File Corrupt or Not Found: " + platform::shownPath(path)};
     return std::nullopt;
 }
 
@@ -353,7 +353,8 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
     if (paths.dataDirectory.empty())
         return Failure{"The configuration names no data directory; give one with --data"};
     if (!directoryExists(paths.dataDirectory))
-        return Failure{"The data directory " + paths.dataDirectory + " does not exist"};
+        return Failure{"The data directory " + platform::shownPath(paths.dataDirectory) +
+                       " does not exist"};
     if (o.output && (insideFolder(*o.output, paths.dataDirectory) ||
                      insideFolder(*o.output, paths.reportDirectory)))
         return usageError("--output: reports are not written into the data or report directory");

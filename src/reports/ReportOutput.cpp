@@ -10,8 +10,10 @@ namespace scorvane {
 namespace {
 
 // A failure of the system, with what was being done and the file's name before the system's text.
-Status fileError(const std::string& what, const Status& system) {
-    return Status::error(ErrorKind::Disk, what + ": " + system.message(), system.code());
+Status fileError(const std::string& what, const std::string& path, const Status& system) {
+    return Status::error(ErrorKind::Disk,
+                         what + " " + platform::shownPath(path) + ": " + system.message(),
+                         system.code());
 }
 
 } // namespace
@@ -59,11 +61,11 @@ Status TextFileOutput::open() {
     // Bytes as they are: no line feed turned into CR LF on Windows.
     const auto mode = append_ ? platform::OpenMode::ReadWrite : platform::OpenMode::Replace;
     if (Status s = platform::openFile(path_, mode, file_); !s)
-        return fileError("Cannot open " + path_, s);
+        return fileError("Cannot open", path_, s);
     if (append_) {
         if (Status s = platform::fileSize(file_, end_); !s) {
             file_.close();
-            return fileError("Cannot open " + path_, s);
+            return fileError("Cannot open", path_, s);
         }
     }
     return Status::ok();
@@ -73,7 +75,7 @@ Status TextFileOutput::open() {
 Status TextFileOutput::writeBuffered() {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer_.data());
     if (Status s = platform::writeAt(file_, end_, bytes, buffer_.size()); !s)
-        return fileError("Cannot write " + path_, s);
+        return fileError("Cannot write", path_, s);
     end_ += static_cast<long long>(buffer_.size());
     buffer_.clear();
     return Status::ok();
@@ -81,7 +83,8 @@ Status TextFileOutput::writeBuffered() {
 
 Status TextFileOutput::print(std::string_view line) {
     if (!file_.isOpen())
-        return Status::error(ErrorKind::Disk, path_ + " is not open", diskerr::Other);
+        return Status::error(ErrorKind::Disk, platform::shownPath(path_) + " is not open",
+                             diskerr::Other);
     // The lines gathered so far go first, so a line is never taken twice when the user retries.
     constexpr std::size_t kPiece = 64 * 1024;
     if (buffer_.size() >= kPiece) {
@@ -166,11 +169,11 @@ Status saveReportFile(const std::string& path, std::string_view contents, Prompt
         platform::File file;
         Status s = platform::openFile(path, platform::OpenMode::Replace, file);
         if (!s) {
-            s = fileError("Cannot open " + path, s);
+            s = fileError("Cannot open", path, s);
         } else {
             const auto* bytes = reinterpret_cast<const std::uint8_t*>(contents.data());
             if (Status w = platform::writeAt(file, 0, bytes, contents.size()); !w)
-                s = fileError("Cannot write " + path, w);
+                s = fileError("Cannot write", path, w);
         }
         if (s || !prompter)
             return s;

@@ -1,6 +1,7 @@
 #include "Season.h"
 
 #include "storage/FileNames.h"
+#include "storage/Platform.h"
 #include "storage/RecordFile.h"
 
 #include <algorithm>
@@ -71,7 +72,8 @@ Status loadTeamSeason(DataFiles& data, int team, TeamSeason& season) {
 Status readRecordsReadOnly(const std::string& path, std::size_t recordLength,
                            std::vector<Bytes>& records, bool& exists) {
     if (Status s = readRecords(path, recordLength, records, exists); !s)
-        return Status::error(s.kind(), "Cannot read " + path + ": " + s.message(), s.code());
+        return Status::error(
+            s.kind(), "Cannot read " + platform::shownPath(path) + ": " + s.message(), s.code());
     return Status::ok();
 }
 
@@ -87,7 +89,8 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
     const std::string journal = paths.dataDirectory + kJournalFileName;
     if (fileExists(journal))
         return Status::error(ErrorKind::Unreadable,
-                             "An interrupted change is waiting in " + paths.dataDirectory +
+                             "An interrupted change is waiting in " +
+                                 platform::shownPath(paths.dataDirectory) +
                                  "; open the data directory in Scorvane first.");
 
     std::vector<Bytes> raw;
@@ -96,11 +99,13 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
     if (Status s = readRecordsReadOnly(teamList, TeamRecord::Length, raw, exists); !s)
         return s;
     if (!exists)
-        return Status::error(ErrorKind::Unreadable, "There is no team list " + teamList + ".");
+        return Status::error(ErrorKind::Unreadable,
+                             "There is no team list " + platform::shownPath(teamList) + ".");
     const auto slot = static_cast<std::size_t>(team - 1);
     if (slot >= raw.size() || trim(TeamRecord::decode(raw[slot]).teamName).empty())
-        return Status::error(ErrorKind::RecordRange,
-                             "Team " + digits(team) + " is not in the team list " + teamList + ".");
+        return Status::error(ErrorKind::RecordRange, "Team " + digits(team) +
+                                                         " is not in the team list " +
+                                                         platform::shownPath(teamList) + ".");
     const TeamRecord names = TeamRecord::decode(raw[slot]);
     season.name = trimRight(names.teamName);
     season.shortName = trimRight(names.shortName);
@@ -110,10 +115,12 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
     const std::string rosterPath = fileName(FileKind::Roster, paths, team);
     Bytes contents;
     if (Status s = readWholeFile(rosterPath, contents, exists); !s)
-        return Status::error(s.kind(), "Cannot read " + rosterPath + ": " + s.message(), s.code());
+        return Status::error(s.kind(),
+                             "Cannot read " + platform::shownPath(rosterPath) + ": " + s.message(),
+                             s.code());
     if (contents.size() % RosterRecord::Length != 0)
         return Status::error(ErrorKind::Unreadable,
-                             "The roster file " + rosterPath +
+                             "The roster file " + platform::shownPath(rosterPath) +
                                  " is in an older layout; open the team in Scorvane once to "
                                  "convert it.");
     if (Status s = readRecordsReadOnly(rosterPath, RosterRecord::Length, raw, exists); !s)
@@ -128,7 +135,9 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
     // The statistics are read by each pass over them; here only whether the file can be read.
     const std::string statsPath = fileName(FileKind::Stats, paths, team);
     if (Status s = openForReading(statsPath, exists); !s)
-        return Status::error(s.kind(), "Cannot read " + statsPath + ": " + s.message(), s.code());
+        return Status::error(s.kind(),
+                             "Cannot read " + platform::shownPath(statsPath) + ": " + s.message(),
+                             s.code());
     season.stats.readFrom(statsPath);
     return Status::ok();
 }

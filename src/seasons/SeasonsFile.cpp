@@ -152,7 +152,8 @@ Status readSeasonsFile(const std::string& path, SeasonsList& list,
     Bytes contents;
     bool exists = false;
     if (Status s = readWholeFile(path, contents, exists); !s)
-        return Status::error(s.kind(), "Cannot read " + path + ": " + s.message(), s.code());
+        return Status::error(
+            s.kind(), "Cannot read " + platform::shownPath(path) + ": " + s.message(), s.code());
     if (!exists)
         return Status::ok();
     list = parseSeasons(std::string(contents.begin(), contents.end()), problems);

@@ -132,7 +132,8 @@ Status collectDataFiles(const DataPaths& paths, BackupArchive& archive) {
         Bytes contents;
         bool exists = false;
         if (Status s = readWholeFile(path, contents, exists); !s)
-            return Status::error(s.kind(), path + ": " + s.message(), s.code());
+            return Status::error(s.kind(), platform::shownPath(path) + ": " + s.message(),
+                                 s.code());
         if (exists)
             archive.files.push_back({folder, baseName(path), std::move(contents)});
     }
@@ -173,8 +174,9 @@ BackupResult backUpDataFiles(DataFiles& files, Prompter& prompter, const std::st
             s = Status::error(ErrorKind::Unreadable, "the file reads back differently");
     }
     if (!s) {
-        prompter.ask(notice("The backup could not be written to " + archivePath + ": " +
-                                s.message() + ".  Your data files were not changed.",
+        prompter.ask(notice("The backup could not be written to " +
+                                platform::shownPath(archivePath) + ": " + s.message() +
+                                ".  Your data files were not changed.",
                             kBackUpTitle));
         return BackupResult::Failed;
     }
@@ -188,7 +190,8 @@ bool inspectBackupFile(const std::string& archivePath, BackupArchive& archive,
     Bytes bytes;
     bool exists = false;
     if (Status s = readWholeFile(archivePath, bytes, exists); !s || !exists) {
-        refusal = (exists ? archivePath + ": " + s.message() : archivePath + " was not found") +
+        const std::string shown = platform::shownPath(archivePath);
+        refusal = (exists ? shown + ": " + s.message() : shown + " was not found") +
                   ".  Nothing was restored.";
         return false;
     }
@@ -218,7 +221,7 @@ Message restoreQuestion(const std::string& dataDirectory, const std::string& mad
                         const std::string& undoName) {
     std::string text = "Restoring the backup of " + madeOn +
                        " replaces the teams, rosters, games, statistics and report formats in " +
-                       dataDirectory + ".";
+                       platform::shownPath(dataDirectory) + ".";
     if (!undoName.empty())
         text += "  The files there now are first saved as \"" + undoName +
                 "\" in that folder, so the restore can be undone.";

@@ -101,7 +101,8 @@ Status seedConfiguration(Prompter& prompter, const ConfigLocation& location) {
     else if (exists && bytes.size() == ConfigRecord::LegacyLength)
         config = ConfigRecord::upgradeLegacy(bytes);
     else
-        return Status::error(ErrorKind::BadLength, location.seedFrom + " is no configuration.");
+        return Status::error(ErrorKind::BadLength,
+                             platform::shownPath(location.seedFrom) + " is no configuration.");
     // The default's folders are those of the machine it was made on; the user chooses anew.
     config.dataDirectory = std::string(ConfigRecord::DirectoryWidth, ' ');
     config.reportDirectory = std::string(ConfigRecord::DirectoryWidth, ' ');

@@ -4,6 +4,7 @@
 #include "storage/ConfigFile.h"
 #include "storage/Cp1252.h"
 #include "storage/DiskError.h"
+#include "storage/Platform.h"
 #include "storage/RecordFile.h"
 
 namespace scorvane {
@@ -35,7 +36,8 @@ bool isUsableDataDirectory(const std::string& dataDirectory) {
 }
 
 std::string mainCaption(const std::string& dataDirectory) {
-    return "Scorvane for Football v2.1 (Data Directory: " + dataDirectory + ")";
+    return "Scorvane for Football v2.1 (Data Directory: " + platform::shownPath(dataDirectory) +
+           ")";
 }
 
 StartupOutcome runStartup(Prompter& prompter, const std::string& installDirectory,

@@ -251,8 +251,9 @@ Status TeamFiles::convertRoster() {
         return s;
     std::size_t length = 0;
     if (!findLegacyRosterLength(contents, length))
-        return Status::error(ErrorKind::Unreadable,
-                             "The roster file " + file.path() + " cannot be read.");
+        return Status::error(ErrorKind::Unreadable, "The roster file " +
+                                                        platform::shownPath(file.path()) +
+                                                        " cannot be read.");
     std::vector<Bytes> records;
     for (std::size_t off = 0; off < contents.size(); off += length) {
         Bytes old(contents.begin() + static_cast<std::ptrdiff_t>(off),

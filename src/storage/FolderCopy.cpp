@@ -90,7 +90,8 @@ Status completePendingChanges(const std::string& journalPath) {
         return s;
     std::vector<JournalLine> lines;
     if (!parseJournal(bytes, lines))
-        return Status::error(ErrorKind::Unreadable, "The journal " + journalPath +
+        return Status::error(ErrorKind::Unreadable, "The journal " +
+                                                        platform::shownPath(journalPath) +
                                                         " cannot be read.  Nothing was changed.");
     std::set<std::string> folders;
     for (const JournalLine& line : lines) {

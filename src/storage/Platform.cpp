@@ -75,6 +75,22 @@ std::string normalPath(const std::string& path) {
     return out;
 }
 
+std::string shownPath(const std::string& path) {
+    if (!isWindows())
+        return path;
+    std::string out;
+    out.reserve(path.size());
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const bool separator = isSeparator(path[i]);
+        // A run of separators is one ("C:\x\/y" from a folder joined to a name), but a network
+        // path keeps the two it starts with.
+        if (separator && i > 1 && isSeparator(path[i - 1]))
+            continue;
+        out += separator ? '\\' : path[i];
+    }
+    return out;
+}
+
 void setHooks(const Hooks* hooks) {
     g_hooks = hooks;
 }

@@ -98,12 +98,21 @@ bool isAbsolute(const std::string& path);
 // The path with "." and "folder/.." taken out, runs of separators made one and every separator
 // written '/' (both systems take it); a trailing separator is kept. Only the text is looked at.
 std::string normalPath(const std::string& path);
+// A path as the user is shown it, in captions, messages and text fields: on Windows, where the
+// program's own paths use '/' too (see normalPath) but the user expects "C:\Users\...", every
+// separator written '\\' and a run of them made one (a network path keeps its leading two);
+// unchanged elsewhere. Only for the path itself, never for a whole message (dates have '/' too).
+std::string shownPath(const std::string& path);
 // The path made absolute against the current folder, then normalPath.
 std::string absolutePath(const std::string& path);
 // Whether two paths name the same file or folder (both must exist).
 bool samePlace(const std::string& a, const std::string& b);
 // The full name of the program file that is running; empty when the system does not tell.
 std::string programFile();
+// The program's command-line arguments in UTF-8, the program's name left out (argv[1] onwards).
+// Elsewhere argv is taken as it is; Windows hands main() its arguments in the ANSI code page,
+// which loses every character outside it, so there they are read anew from the wide command line.
+std::vector<std::string> commandLineArguments(int argc, char** argv);
 // An environment variable; nothing when it is not set.
 std::optional<std::string> environmentVariable(const std::string& name);
 // The folder the user keeps documents in (the desktop's Documents folder; Windows' Documents

@@ -321,6 +321,14 @@ std::string programFile() {
     return {};
 }
 
+std::vector<std::string> commandLineArguments(int argc, char** argv) {
+    // The arguments come as the user typed them, UTF-8 under any UTF-8 locale.
+    std::vector<std::string> out;
+    for (int i = 1; i < argc; ++i)
+        out.emplace_back(argv[i]);
+    return out;
+}
+
 std::optional<std::string> environmentVariable(const std::string& name) {
     if (const char* value = std::getenv(name.c_str()))
         return std::string(value);

@@ -16,6 +16,7 @@
 #include <windows.h>
 
 #include <knownfolders.h>
+#include <shellapi.h>
 #include <shlobj.h>
 
 namespace scorvane::platform {
@@ -411,6 +412,23 @@ std::string programFile() {
             return narrow(name.data(), static_cast<int>(n));
         name.resize(name.size() * 2);
     }
+}
+
+std::vector<std::string> commandLineArguments(int argc, char** argv) {
+    std::vector<std::string> out;
+    int count = 0;
+    wchar_t** wideArgs = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    // The wide command line is split as the C library split argv; should the two ever disagree
+    // on the number of arguments, argv is taken as it is rather than a different list.
+    if (wideArgs != nullptr && count == argc) {
+        for (int i = 1; i < count; ++i)
+            out.push_back(narrow(wideArgs[i], static_cast<int>(::wcslen(wideArgs[i]))));
+    } else {
+        for (int i = 1; i < argc; ++i)
+            out.emplace_back(argv[i]);
+    }
+    ::LocalFree(wideArgs);
+    return out;
 }
 
 std::optional<std::string> environmentVariable(const std::string& name) {

@@ -200,8 +200,9 @@ int RecordFile::count() const {
 
 Status RecordFile::read(int recordNumber, Bytes& out) const {
     if (recordNumber < 1 || recordNumber > count())
-        return Status::error(ErrorKind::RecordRange,
-                             "Record " + digits(recordNumber) + " is not in " + path_);
+        return Status::error(ErrorKind::RecordRange, "Record " + digits(recordNumber) +
+                                                         " is not in " +
+                                                         platform::shownPath(path_));
     out.assign(recordLength_, 0);
     std::size_t got = 0;
     return platform::readAt(file_, offsetOf(recordNumber, recordLength_), out.data(), recordLength_,
@@ -210,8 +211,9 @@ Status RecordFile::read(int recordNumber, Bytes& out) const {
 
 Status RecordFile::write(int recordNumber, const Bytes& record) {
     if (recordNumber < 1 || recordNumber > count() + 1)
-        return Status::error(ErrorKind::RecordRange,
-                             "Record " + digits(recordNumber) + " is not in " + path_);
+        return Status::error(ErrorKind::RecordRange, "Record " + digits(recordNumber) +
+                                                         " is not in " +
+                                                         platform::shownPath(path_));
     if (!file_.isOpen() || readOnly_)
         return diskErrorFromErrno(EACCES);
     Bytes rec = record;

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -182,7 +183,8 @@ private slots:
         QCOMPARE(s.prompter.shown.size(), std::size_t(1));
         QCOMPARE(std::filesystem::file_size(std::filesystem::u8path(fresh + "/FBTEAMS.DAT")),
                  std::uintmax_t(4000));
-        QVERIFY(s.app->window().windowTitle().endsWith(fromUtf8(fresh + "/)")));
+        QVERIFY(s.app->window().windowTitle().endsWith(
+            QDir::toNativeSeparators(fromUtf8(fresh + "/")) + QLatin1Char(')')));
         QCOMPARE(s.list()->item(1)->text(), QString());
         QCOMPARE(s.count(), QStringLiteral("0"));
     }

@@ -1,6 +1,7 @@
 #include "shell/Backup.h"
 #include "shell/DeleteFiles.h"
 #include "shell/FolderSnapshot.h"
+#include "storage/Platform.h"
 #include "storage/Records.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
@@ -265,8 +266,12 @@ TEST(BackupRestore, ABackupThatCannotBeWrittenLeavesNothingBehind) {
               BackupResult::Failed);
     ASSERT_EQ(s.prompter.shown.size(), 1u);
     EXPECT_EQ(s.prompter.shown[0].title, "Back Up Files");
-    EXPECT_TRUE(s.prompter.shown[0].text.starts_with("The backup could not be written to " +
-                                                     s.elsewhere.file("plain-file") + "/b.sfb: "));
+    // The file is named with the system's separators only, though it was given with a "/".
+    const std::string shown =
+        s.elsewhere.file("plain-file") + (platform::isWindows() ? "\\b.sfb" : "/b.sfb");
+    EXPECT_TRUE(
+        s.prompter.shown[0].text.starts_with("The backup could not be written to " + shown + ": "))
+        << s.prompter.shown[0].text;
     EXPECT_TRUE(s.prompter.shown[0].text.ends_with(".  Your data files were not changed."));
     EXPECT_EQ(s.prompter.endCalls, 0);
     EXPECT_EQ(snapshot(s.data.path()), data);

@@ -1,6 +1,7 @@
 #include "shell/Help.h"
 #include "shell/MenuModel.h"
 #include "shell/Startup.h"
+#include "storage/Platform.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
@@ -144,6 +145,11 @@ TEST_F(StartupTest, ReadyWithATeamListAndUpgraded) {
 
 TEST(MainCaption, NamesTheDataDirectory) {
     EXPECT_EQ(mainCaption("C:\\FB\\"), "Scorvane for Football v2.1 (Data Directory: C:\\FB\\)");
+    // The program's own "/" (a folder found beside the program) is shown as Windows writes it.
+    EXPECT_EQ(mainCaption("C:\\x\\bin\\/sample-season/"),
+              platform::isWindows()
+                  ? "Scorvane for Football v2.1 (Data Directory: C:\\x\\bin\\sample-season\\)"
+                  : "Scorvane for Football v2.1 (Data Directory: C:\\x\\bin\\/sample-season/)");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "storage/ColumnTable.h"
 #include "storage/Cp1252.h"
 #include "storage/FileNames.h"
+#include "storage/Platform.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +71,21 @@ TEST(FileNames, DirectoryPrefixTeamAndExtension) {
     EXPECT_EQ(normalizeDirectory("/home/coach") + normalizeDirectory("/tmp/") +
                   normalizeDirectory("C:\\x/y") + normalizeDirectory("   "),
               "/home/coach//tmp/C:\\x/y/");
+}
+
+TEST(FileNames, ShownPathsUseTheSystemsSeparatorOnly) {
+    // What Windows shows for each path; everywhere else the path is shown as it is.
+    const std::pair<std::string, std::string> cases[] = {
+        {"C:/Program Files/Scorvane/bin/sample-season/",
+         "C:\\Program Files\\Scorvane\\bin\\sample-season\\"},
+        {"C:\\x\\bin\\/sample-season/FBTEAMS.DAT", "C:\\x\\bin\\sample-season\\FBTEAMS.DAT"},
+        {"//server/share//FB/", "\\\\server\\share\\FB\\"},
+        {"C:\\FB\\", "C:\\FB\\"},
+        {"Saison \u00c9lan/FBPN1.DAT", "Saison \u00c9lan\\FBPN1.DAT"},
+        {"", ""},
+    };
+    for (const auto& [path, windows] : cases)
+        EXPECT_EQ(platform::shownPath(path), platform::isWindows() ? windows : path) << path;
 }
 
 TEST(ColumnTable, FixedColumnsThenTheUserNamedOnes) {

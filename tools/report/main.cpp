@@ -40,7 +40,7 @@ std::string programDirectory(const char* argv0) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const std::vector<std::string> args = platform::commandLineArguments(argc, argv);
     // The configuration the program itself uses: BXFB.INI beside it (the build folder, a portable
     // copy), else, when it is installed, the user's own. The command never makes one.
     const scorvane::ConfigLocation config = scorvane::locateConfiguration(

@@ -783,12 +783,13 @@ Status installDefaults(Prompter& prompter, const std::string& installDirectory,
         std::string storedDir;
         const DirectoryFit fits = directoryForConfig(sampleDir, storedDir);
         if (fits == DirectoryFit::TooLong)
-            return Status::error(ErrorKind::BadLength, "The sample folder " + sampleDir +
-                                                           " is longer than the " +
-                                                           digits(ConfigRecord::DirectoryWidth) +
-                                                           " characters BXFB.INI can hold.");
+            return Status::error(ErrorKind::BadLength,
+                                 "The sample folder " + platform::shownPath(sampleDir) +
+                                     " is longer than the " + digits(ConfigRecord::DirectoryWidth) +
+                                     " characters BXFB.INI can hold.");
         if (fits != DirectoryFit::Fits)
-            return Status::error(ErrorKind::BadLength, "The sample folder " + sampleDir +
+            return Status::error(ErrorKind::BadLength, "The sample folder " +
+                                                           platform::shownPath(sampleDir) +
                                                            " has characters BXFB.INI cannot hold.");
         ConfigRecord c = ConfigRecord::defaults();
         const std::array<const char*, 5> names = {"League", "Non-League", "Playoff", "Scrimmage",

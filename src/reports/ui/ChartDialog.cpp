@@ -3,6 +3,7 @@
 #include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMessageBox>
@@ -190,8 +191,8 @@ void ChartDialog::save() {
         path += type == pdf ? QStringLiteral(".pdf") : QStringLiteral(".png");
     if (!saveTo(path)) {
         QMessageBox box(QMessageBox::Warning, QStringLiteral("Chart Not Saved"),
-                        QStringLiteral("The chart could not be written to ") + path +
-                            QStringLiteral("."),
+                        QStringLiteral("The chart could not be written to ") +
+                            QDir::toNativeSeparators(path) + QStringLiteral("."),
                         QMessageBox::Ok, this);
         box.setTextFormat(Qt::PlainText);
         fitTitle(box);

@@ -1,11 +1,13 @@
 #include "PrintDialog.h"
 
 #include "ReportPrinter.h"
+#include "storage/Platform.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFontComboBox>
 #include <QGridLayout>
@@ -64,7 +66,7 @@ PrintDialog::PrintDialog(ReportPrinter& printer, const QString& reportName, cons
     lines_ = numberBox(this, "txtLines", 5, kept.options.linesPerPage);
     top_ = numberBox(this, "txtTopX", 3, kept.options.topPlayers);
 
-    fileName_ = new QLineEdit(fromUtf8(kept.options.fileName), this);
+    fileName_ = new QLineEdit(fromUtf8(platform::shownPath(kept.options.fileName)), this);
     fileName_->setObjectName(QStringLiteral("txtFileName"));
     fileName_->setPlaceholderText(QStringLiteral("(the printer)"));
     auto* find = new QPushButton(QStringLiteral("B&rowse..."), this);
@@ -169,7 +171,7 @@ void PrintDialog::findFile() {
     // Appending to a file is as ordinary as replacing it: no overwrite question.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
-        fileName_->setText(dialog.selectedFiles().first());
+        fileName_->setText(QDir::toNativeSeparators(dialog.selectedFiles().first()));
     fileName_->setFocus();
 }
 

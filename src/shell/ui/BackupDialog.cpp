@@ -26,11 +26,12 @@ namespace {
 QString g_lastFolder;
 
 // Where backups go and are looked for: the folder last used, else the user's documents folder.
+// Written with the system's separators, as the folder box shows it.
 QString startFolder() {
     if (!g_lastFolder.isEmpty() && QFileInfo(g_lastFolder).isDir())
-        return g_lastFolder;
+        return QDir::toNativeSeparators(g_lastFolder);
     const QString documents = fromUtf8(platform::documentsFolder());
-    return documents.isEmpty() ? QDir::homePath() : QDir::toNativeSeparators(documents);
+    return QDir::toNativeSeparators(documents.isEmpty() ? QDir::homePath() : documents);
 }
 
 QLabel* valueLabel(QWidget* parent, const char* name) {
@@ -93,7 +94,7 @@ void BackupDialog::buildBackUp(QWidget* body) {
     BackupArchive current;
     const Status read = collectDataFiles(files_.paths(), current);
     auto* directory = valueLabel(body, "lblDataDirectory");
-    directory->setText(fromUtf8(files_.paths().dataDirectory));
+    directory->setText(fromUtf8(platform::shownPath(files_.paths().dataDirectory)));
     contents_ = valueLabel(body, "lblContents");
     contents_->setText(read ? fromUtf8(describeBackup(current))
                             : fromUtf8("Cannot be read: " + read.message()));
@@ -165,7 +166,7 @@ void BackupDialog::buildRestore(QWidget* body) {
     teamNames_->setObjectName(QStringLiteral("lstTeams"));
     teamNames_->setFocusPolicy(Qt::NoFocus);
     auto* directory = valueLabel(body, "lblDataDirectory");
-    directory->setText(fromUtf8(files_.paths().dataDirectory));
+    directory->setText(fromUtf8(platform::shownPath(files_.paths().dataDirectory)));
 
     auto* fileRow = new QHBoxLayout;
     fileRow->addWidget(backupFile_, 1);
@@ -203,7 +204,7 @@ void BackupDialog::browse() {
                                          QStringLiteral("Scorvane backups (*%1);;All files (*)")
                                              .arg(QString::fromLatin1(kBackupExtension)));
         if (!chosen.isEmpty()) {
-            backupFile_->setText(chosen);
+            backupFile_->setText(QDir::toNativeSeparators(chosen));
             inspect();
         }
         return;
@@ -211,7 +212,7 @@ void BackupDialog::browse() {
     const QString chosen =
         QFileDialog::getExistingDirectory(this, QStringLiteral("Back Up Files"), folder_->text());
     if (!chosen.isEmpty())
-        folder_->setText(chosen);
+        folder_->setText(QDir::toNativeSeparators(chosen));
 }
 
 void BackupDialog::inspect() {
@@ -272,7 +273,7 @@ void BackupDialog::restore() {
     (void)teams_.load(files_); // a disk error was shown; a short list reads as unnamed teams
     std::string text = "The backup was restored.";
     if (!undoPath.empty())
-        text += "  The files it replaced are saved in " + undoPath +
+        text += "  The files it replaced are saved in " + platform::shownPath(undoPath) +
                 "; restoring that file undoes this restore.";
     prompter_.ask({text, "Restore Files", Buttons::Ok, Icon::Information, Answer::Ok});
     accept();

@@ -3,10 +3,12 @@
 #include "MainWindow.h"
 #include "shell/DataDirectory.h"
 #include "shell/TeamSelection.h"
+#include "storage/Platform.h"
 #include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -35,7 +37,9 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
     // proposed, and so is a copy of the sample season when the program brings one.
     const bool firstStart = session_.paths.dataDirectory.empty();
     const std::string proposed = firstStart ? newDataDirectory(env_) : session_.paths.dataDirectory;
-    directory_ = new QLineEdit(fromUtf8(proposed), this);
+    // Shown with the system's separators; what the user leaves or types there is read back as it
+    // is, either separator being taken.
+    directory_ = new QLineEdit(fromUtf8(platform::shownPath(proposed)), this);
     directory_->setObjectName(QStringLiteral("txtDataDirectory"));
     directory_->setMinimumWidth(fontMetrics().averageCharWidth() * 72);
     selectAllOnFocus(directory_);
@@ -64,7 +68,7 @@ DataDirectoryDialog::DataDirectoryDialog(Session& session, DataFiles& files, Pro
                            "copy of the sample season (four teams with rosters, games and player "
                            "statistics) in %1. Or enter your own teams in a new, empty data "
                            "directory: OK makes the folder below.")
-                .arg(fromUtf8(sampleCopyDirectory(env_))),
+                .arg(fromUtf8(platform::shownPath(sampleCopyDirectory(env_)))),
             this);
         welcome->setObjectName(QStringLiteral("lblWelcome"));
         welcome->setWordWrap(true);
@@ -91,7 +95,7 @@ void DataDirectoryDialog::browse() {
     const QString chosen = QFileDialog::getExistingDirectory(this, QStringLiteral("Data Directory"),
                                                              directory_->text());
     if (!chosen.isEmpty())
-        directory_->setText(chosen);
+        directory_->setText(QDir::toNativeSeparators(chosen));
 }
 
 void DataDirectoryDialog::use() {

@@ -3,6 +3,7 @@
 #include "AboutDialog.h"
 #include "HelpWindow.h"
 #include "shell/Help.h"
+#include "storage/Platform.h"
 #include "ui/TextCodec.h"
 
 #include <QAction>
@@ -68,7 +69,8 @@ protected:
 };
 
 QString shownDirectory(const std::string& dataDirectory) {
-    return dataDirectory.empty() ? QStringLiteral("(none chosen yet)") : fromUtf8(dataDirectory);
+    return dataDirectory.empty() ? QStringLiteral("(none chosen yet)")
+                                 : fromUtf8(platform::shownPath(dataDirectory));
 }
 
 // What to do next, under the data directory on the start page.
