@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The hardening runs (README.md, "Hardening"), after scripts/build.sh: the suite again under
 # AddressSanitizer and UndefinedBehaviorSanitizer, every fuzz target for a bounded time, and the
-# plain C++ libraries and their tests built for Windows and run under wine.
+# whole program with every test program built for Windows and run under wine (scripts/windows.sh;
+# Qt for Windows is built once into a cache outside the checkout).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -22,14 +23,7 @@ CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWit
 cmake --build build-fuzz --parallel 2 --target fuzz_targets
 ctest --test-dir build-fuzz --output-on-failure --parallel 2 -R '^fuzz\.'
 
-step "Windows: the plain C++ libraries and their tests, built with mingw-w64, run under wine"
-cmake -S . -B build-mingw -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake -DSCORVANE_BUILD_GUI=OFF \
-    -DSCORVANE_GTEST_SOURCE=/usr/src/googletest >/dev/null
-cmake --build build-mingw --parallel 2
-export WINEPREFIX="$PWD/build-mingw/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-wineboot --init >/dev/null 2>&1 || true
-ctest --test-dir build-mingw --output-on-failure --parallel 2 -E '^(format|architecture)\.'
-wineserver --kill >/dev/null 2>&1 || true
+step "Windows: the whole program and every test program, built with mingw-w64, run under wine"
+scripts/windows.sh deps qt qcustomplot program test
 
 step "All done"

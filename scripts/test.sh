@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything and runs the whole test suite (screen tests headless, offscreen), then the
 # hardening runs: the suite under the sanitizers, every fuzz target for a bounded time, and the
-# plain C++ libraries and their tests built for Windows and run under wine (scripts/hardening.sh).
+# whole program and its tests built for Windows and run under wine (scripts/hardening.sh).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh

@@ -1,8 +1,15 @@
 #!/usr/bin/env bash
 # The whole program for 64-bit Windows, cross-built on Debian with mingw-w64 and tried under wine.
 #
-#   scripts/windows.sh [step...]     steps: deps qt qcustomplot program test run; "build" is
-#                                    deps qt qcustomplot program; no step runs them all
+#   scripts/windows.sh [step...]
+#
+#   deps qt qcustomplot program test   (no step given: these five, as the test command runs them)
+#       packages; Qt and QCustomPlot for Windows; the program, scorvane-report and every test
+#       program in build-windows/bin; the whole suite under wine on a virtual display
+#   build          deps qt qcustomplot program
+#   installer      build, then build-windows/scorvane-<version>-setup.exe and -windows.zip
+#   try-installer  the installer under wine: silent install, a report, the main window, uninstall
+#   run            the program under wine
 #
 # Qt and QCustomPlot for Windows are built from Debian's own source packages (apt-get source,
 # Debian's patches applied) and kept in a cache outside the checkout, one folder per Qt version,
@@ -10,8 +17,8 @@
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qt-<version>-<compiler>-<options hash>/
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qcustomplot-<version>-<same Qt folder name>/
 # Sources are unpacked and built in work-<folder>/ beside them; a folder with its stamp file
-# ".complete" is used as it is. Building Qt takes about 12 minutes on 2 idle cores; the cache holds
-# about 90 MB. The program, the report command and every test program land in build-windows/bin/
+# ".complete" is used as it is, and the work folder is removed. Building Qt takes up to 50 minutes on 2
+# cores; the cache holds about 90 MB. The program, the report command and every test program land in build-windows/bin/
 # together with the DLLs they need, so they run under wine with nothing installed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -31,7 +38,8 @@ sudo=""
 deps() {
     step "Packages for the Windows build"
     local packages=(g++-mingw-w64-x86-64-posix mingw-w64 wine wine64 nsis xvfb xauth dpkg-dev
-                    cmake ninja-build qt6-base-dev qt6-base-dev-tools googletest imagemagick openbox)
+                    cmake ninja-build qt6-base-dev qt6-base-dev-tools googletest zip imagemagick openbox
+                    xdotool)
     local missing=() p
     for p in "${packages[@]}"; do
         dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -122,6 +130,7 @@ qt() {
     cmake --install "$work/build"
     echo "Qt built and installed in $(( (SECONDS - t) / 60 )) min, $(du -sh "$prefix" | cut -f1)"
     touch "$prefix/.complete"
+    rm -rf "$work"
 }
 
 # The toolchain every build against that Qt uses: Qt's own, which finds Qt's packages inside the
@@ -157,13 +166,70 @@ qcustomplot() {
     cmake --build "$work/build" --parallel "$jobs"
     cmake --install "$work/build"
     touch "$prefix/.complete"
+    rm -rf "$work"
 }
 
-# The program, the report command and every test program for Windows, in build-windows/, with
-# Qt's, QCustomPlot's and the compiler's DLLs and Qt's plugins copied beside them.
-program() {
-    local qt qcp
+# The folders the DLLs of a Windows build come from: Qt's, QCustomPlot's and the compiler's.
+dll_folders() {
+    echo "$(qt_folder)/bin"
+    echo "$(qcp_folder)/bin"
+    echo "/usr/lib/gcc/$triple/$($cxx -dumpfullversion)"
+    echo "/usr/$triple/lib"
+}
+
+# The DLLs a program or DLL imports, by name, from its import table.
+dll_imports() {
+    $triple-objdump -p "$1" | sed -n 's/^[[:space:]]*DLL Name:[[:space:]]*//p' | tr -d '\r'
+}
+
+# Copies into a folder every DLL the given programs and DLLs load, and every DLL those load in
+# turn, found in dll_folders; a DLL found in none of them is Windows' own (KERNEL32.dll and the
+# like) and stays out. Plugins the programs load at run time are copied first into their own
+# subfolders (platforms, styles), so that their imports are followed too.
+bundle_dlls() { # folder plugin-pattern... -- program...
+    local into=$1 qt
+    shift
     qt=$(qt_folder)
+    local queue=()
+    while [ "$1" != "--" ]; do
+        local plugin
+        for plugin in "$qt"/plugins/$1; do
+            [ -f "$plugin" ] || continue
+            local sub=$into/$(basename "$(dirname "$plugin")")
+            mkdir -p "$sub"
+            cp -u "$plugin" "$sub/"
+            queue+=("$sub/$(basename "$plugin")")
+        done
+        shift
+    done
+    shift
+    queue+=("$@")
+    mapfile -t folders < <(dll_folders)
+    declare -A seen=()
+    while [ ${#queue[@]} -gt 0 ]; do
+        local file=${queue[0]}
+        queue=("${queue[@]:1}")
+        local name
+        while read -r name; do
+            local key=${name,,}
+            [ -z "${seen[$key]:-}" ] || continue
+            seen[$key]=1
+            local folder found=""
+            for folder in "${folders[@]}"; do
+                found=$(find "$folder" -maxdepth 1 -iname "$name" -print -quit 2>/dev/null)
+                [ -z "$found" ] || break
+            done
+            [ -n "$found" ] || continue
+            cp -u "$found" "$into/"
+            queue+=("$into/$(basename "$found")")
+        done < <(dll_imports "$file")
+    done
+}
+
+# The program, the report command and every test program for Windows, in build-windows/bin, with
+# the DLLs and Qt plugins they load beside them (the screen tests also use the offscreen platform).
+program() {
+    local qcp
     qcp=$(qcp_folder)
     step "The program for Windows (build-windows)"
     mapfile -t toolchain < <(qt_toolchain)
@@ -172,31 +238,137 @@ program() {
         -DSCORVANE_GTEST_SOURCE=/usr/src/googletest >/dev/null
     # The build runs scorvane-setup under wine, which keeps its own prefix in the build folder.
     export WINEPREFIX="$build/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-    mkdir -p "$build/bin"
-    cp -u "$qt"/bin/Qt6{Core,Gui,Widgets,PrintSupport,Test}.dll "$qcp"/bin/*.dll "$build/bin/"
-    cp -u /usr/lib/gcc/$triple/"$($cxx -dumpfullversion)"/{libstdc++-6,libgcc_s_seh-1}.dll \
-        /usr/$triple/lib/libwinpthread-1.dll "$build/bin/"
-    local plugins
-    for plugins in platforms styles imageformats; do
-        if [ -d "$qt/plugins/$plugins" ]; then
-            mkdir -p "$build/bin/$plugins"
-            cp -u "$qt/plugins/$plugins"/*.dll "$build/bin/$plugins/"
-        fi
-    done
     wineboot --init >/dev/null 2>&1 || true
     cmake --build "$build" --parallel "$jobs"
+    bundle_dlls "$build/bin" 'platforms/q*.dll' 'styles/*.dll' -- "$build"/bin/*.exe
     wineserver --kill >/dev/null 2>&1 || true
 }
 
-# Every test program under wine. Wine hands the program no QT_* variables, only their WINE-prefixed
-# forms, so the screen tests get the platform plugin as WINEQT_QPA_PLATFORM.
+# Every test program under wine, the screen tests with Qt's windows platform plugin on a virtual
+# display (the default platform: wine hands a program no QT_* variable, so the tests' own
+# QT_QPA_PLATFORM=offscreen does not reach them; on Windows the offscreen platform finds no fonts).
 tests() {
-    step "The test programs under wine (build-windows)"
+    step "The test programs under wine, on a virtual display (build-windows)"
     export WINEPREFIX="$build/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-    export WINEQT_QPA_PLATFORM=offscreen
-    wineboot --init >/dev/null 2>&1 || true
-    ctest --test-dir "$build" --output-on-failure --parallel "$jobs" -E '^(format|architecture|install)\.'
+    unset WINEQT_QPA_PLATFORM
+    # Wine's desktop belongs to the first wine process: it must start on the virtual display.
     wineserver --kill >/dev/null 2>&1 || true
+    xvfb-run -a -s "-screen 0 1280x1024x24" bash -c '
+        wineboot --init >/dev/null 2>&1 || true
+        status=0
+        ctest --test-dir "$0" --output-on-failure --parallel "$1" -E "^(format|architecture|install)\." ||
+            status=$?
+        wineserver --kill >/dev/null 2>&1 || true
+        exit $status' "$build" "$jobs"
+}
+
+# The program as it is installed on a coach's computer, in build-windows/stage/Scorvane: what
+# "cmake --install" puts there (bin\, share\scorvane\ with the help pages, the default BXFB.INI and
+# the sample season) and the DLLs and plugins the program and the report command load.
+stage_dir=$build/stage/Scorvane
+stage() {
+    step "The installed program (build-windows/stage)"
+    rm -rf "$build/stage"
+    cmake --install "$build" --prefix "$stage_dir" >/dev/null
+    bundle_dlls "$stage_dir/bin" 'platforms/qwindows.dll' 'styles/*.dll' -- "$stage_dir"/bin/*.exe
+    # scorvane-setup is a build tool; the installed program makes the user's files itself.
+    rm -f "$stage_dir/bin/scorvane-setup.exe"
+    find "$stage_dir" -type f | sed "s|^$stage_dir/||" | sort
+}
+
+project_version() {
+    sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt"
+}
+
+# The installer (build-windows/scorvane-<version>-setup.exe) and the portable zip of the same
+# folder (build-windows/scorvane-<version>-windows.zip). The lists of files to install and to
+# remove are written from the staged folder. Builds what is not built yet first.
+installer() {
+    deps
+    qt
+    qcustomplot
+    program
+    stage
+    step "The installer and the portable zip"
+    local version files size
+    version=$(project_version)
+    files=$build/stage/files.nsh
+    {
+        echo '!macro InstallFiles'
+        (cd "$stage_dir" && find . -mindepth 1 -type d | sort) | while read -r d; do
+            echo "    CreateDirectory \"\$INSTDIR\\$(echo "${d#./}" | tr / '\\')\""
+        done
+        (cd "$stage_dir" && find . -type f | sort) | while read -r f; do
+            local win; win=$(echo "${f#./}" | tr / '\\')
+            echo "    SetOutPath \"\$INSTDIR\\$(dirname "$win" | sed 's/^\.$//')\""
+            echo "    File \"/oname=\$INSTDIR\\$win\" \"$stage_dir/${f#./}\""
+        done
+        echo '    SetOutPath "$INSTDIR"'
+        echo '!macroend'
+        echo '!macro RemoveFiles'
+        (cd "$stage_dir" && find . -type f | sort) | while read -r f; do
+            echo "    Delete \"\$INSTDIR\\$(echo "${f#./}" | tr / '\\')\""
+        done
+        # Deepest first, each only when empty.
+        (cd "$stage_dir" && find . -mindepth 1 -type d | sort -r) | while read -r d; do
+            echo "    RMDir \"\$INSTDIR\\$(echo "${d#./}" | tr / '\\')\""
+        done
+        echo '!macroend'
+    } >"$files"
+    size=$(du -sk "$stage_dir" | cut -f1)
+    makensis -V2 -DVERSION="$version" -DICON="$repo/packaging/scorvane.ico" -DFILES="$files" \
+        -DSIZE_KB="$size" -DOUTFILE="$build/scorvane-$version-setup.exe" "$repo/packaging/scorvane.nsi"
+    rm -f "$build/scorvane-$version-windows.zip"
+    (cd "$build/stage" && zip -qr9 "$build/scorvane-$version-windows.zip" Scorvane)
+    ls -l "$build/scorvane-$version-setup.exe" "$build/scorvane-$version-windows.zip"
+}
+
+# The installer tried under wine, in a wine prefix of its own: a silent install, the installed
+# report command printing from the installed sample season, the installed program started until
+# its main window shows (a screenshot in build-windows/installed.png), a silent uninstall that
+# leaves the user's files and nothing of the program.
+try_installer() {
+    step "The installer under wine"
+    local version prefix program
+    version=$(project_version)
+    prefix=$build/wineprefix-installer
+    rm -rf "$prefix"
+    export WINEPREFIX="$prefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+    wineboot --init >/dev/null 2>&1 || true
+    program="$prefix/drive_c/Program Files/Scorvane"
+    wine "$build/scorvane-$version-setup.exe" /S
+    wineserver --wait
+    [ -f "$program/bin/scorvane.exe" ] || { echo "Not installed: $program/bin/scorvane.exe" >&2; return 1; }
+    [ -f "$prefix/drive_c/ProgramData/Microsoft/Windows/Start Menu/Programs/Scorvane for Football.lnk" ] ||
+        { echo "No Start-menu entry" >&2; return 1; }
+    echo "Installed: $(find "$program" -type f | wc -l) files"
+    echo "The installed report command on the installed sample season:"
+    wine "$program/bin/scorvane-report.exe" --data 'C:\Program Files\Scorvane\share\scorvane\sample-season' \
+        --team 1 --category P
+    echo "The installed program, until its main window shows:"
+    # Wine's desktop belongs to the first wine process: it must start on the virtual display.
+    wineserver --kill >/dev/null 2>&1 || true
+    xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
+        openbox >/dev/null 2>&1 &
+        wine "$0/bin/scorvane.exe" >/dev/null 2>&1 &
+        for i in $(seq 90); do
+            sleep 1
+            if xdotool search --name "^Scorvane for Football" >/dev/null 2>&1; then
+                sleep 5; import -window root "$1"; echo "Main window shown after $i s: $1"; exit 0
+            fi
+        done
+        import -window root "$1"
+        echo "No main window after 90 s: $1" >&2; exit 1' "$program" "$build/installed.png"
+    wineserver --kill >/dev/null 2>&1 || true
+    wine "$program/Uninstall.exe" /S
+    wineserver --wait
+    sleep 2 # the uninstaller runs a copy of itself from the temporary folder
+    wineserver --wait
+    if [ -e "$program" ]; then
+        echo "Left after uninstalling:" >&2; find "$program" >&2; return 1
+    fi
+    echo "Uninstalled; the user's files are kept:"
+    find "$prefix/drive_c/users" -path '*Scorvane*' -maxdepth 6 | sed "s|^$prefix/||"
 }
 
 # The program under wine: on the desktop when there is one, otherwise on a virtual display with a
@@ -215,9 +387,11 @@ run() {
 for s in "$@"; do
     case $s in
     build) deps; qt; qcustomplot; program ;;
-    deps | qt | qcustomplot | program | run) $s ;;
+    deps | qt | qcustomplot | program | run | stage | installer) $s ;;
     test) tests ;;
-    *) echo "Unknown step $s (deps, qt, qcustomplot, program, test, run, build)" >&2; exit 2 ;;
+    try-installer) try_installer ;;
+    *) echo "Unknown step $s (deps qt qcustomplot program test run stage installer try-installer" \
+        "build)" >&2; exit 2 ;;
     esac
 done
 step "All done"

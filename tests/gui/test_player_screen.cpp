@@ -206,7 +206,7 @@ private slots:
         s.prompter.answers = {Answer::No, Answer::Yes};
         press(&d, "cmdCancel");
         QVERIFY(d.isVisible());
-        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        QCOMPARE(d.focusWidget(), catField(&d, 0));
         press(&d, "cmdCancel");
         QVERIFY(!d.isVisible());
         QCOMPARE(s.prompter.shown.back().text + "|" + s.prompter.shown.back().title,

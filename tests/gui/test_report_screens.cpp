@@ -146,6 +146,10 @@ class TestReportScreens : public QObject {
     Q_OBJECT
 
 private slots:
+    // Qt's own file dialog, also on Windows, where the system's dialog changes a file's ending
+    // with the chosen type by itself.
+    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
+
     void gridShowsTheReportWithItsTotals() {
         ReportFixture f;
         StatsDialog d(f.context, 'P', {1}, 1);
