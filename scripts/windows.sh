@@ -17,7 +17,7 @@
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qt-<version>-<compiler>-<options hash>/
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qcustomplot-<version>-<same Qt folder name>/
 # Sources are unpacked and built in work-<folder>/ beside them; a folder with its stamp file
-# ".complete" is used as it is, and the work folder is removed. Building Qt takes up to 50 minutes on 2
+# ".complete" is used as it is, and the work folder is removed. Building Qt takes about 37 minutes on 2
 # cores; the cache holds about 90 MB. The program, the report command and every test program land in build-windows/bin/
 # together with the DLLs they need, so they run under wine with nothing installed.
 set -euo pipefail
