@@ -15,6 +15,9 @@
 #include "reports/Season.h"
 #include "reports/Statistics.h"
 #include "sample/SampleSeason.h"
+#include "seasons/Career.h"
+#include "seasons/RecordBook.h"
+#include "seasons/SeasonsDocument.h"
 #include "storage/Platform.h"
 
 #include <algorithm>
@@ -235,6 +238,92 @@ int main(int argc, char** argv) {
         },
         read);
     print({"season report over all records (passing)", "plain buffered read", reportMs, readMs, 3});
+
+    // Careers and the record book over 20 seasons of 2,000 statistics records each (one folder a
+    // season, the same 99 names in each, so that every career runs over all 20), and over the large
+    // team as one season. The reference reads every season's statistics file once.
+    std::vector<SeasonEntry> twenty;
+    std::vector<std::string> twentyStats;
+    for (int s = 1; s <= 20; ++s) {
+        const std::string label = digits(2000 + s);
+        const std::string season = (folder / "seasons" / label / "").string();
+        const std::string file = season + "FBPS1.DAT";
+        if (!fs::exists(file) || fs::file_size(file) != 2000u * StatRecord::Length) {
+            fs::create_directories(season);
+            check(writeSeason(season, 10, 1000 + static_cast<std::uint64_t>(s)),
+                  "writing season " + label);
+        }
+        twenty.push_back({label, season, 1});
+        twentyStats.push_back(file);
+    }
+    const std::vector<SeasonEntry> large = {{"large", dir, kLargeTeam}};
+    const auto readTwenty = [&] {
+        for (const std::string& file : twentyStats)
+            (void)plainRead(file);
+    };
+    const ColumnTable seasonColumns;
+    const auto openAll = [&](const std::vector<SeasonEntry>& seasons) {
+        SeasonSet set = openSeasons(seasons, {});
+        if (set.seasons.size() != seasons.size())
+            fail("opening the seasons: " + set.messages.front());
+        return set;
+    };
+    // The career report as printed: read, computed, sorted, every line laid out.
+    const auto careers = [&](const std::vector<SeasonEntry>& seasons) {
+        SeasonSet set = openAll(seasons);
+        CareerDocument d;
+        d.report = computeCareers(set, 'P', Selection{});
+        if (!d.report.messages.empty() || d.report.players.empty())
+            fail("the career report");
+        sortCareers(d.report, 4, 'D');
+        d.columns = formatColumns(defaultFormat('P'));
+        if (careerPages(d, seasonColumns, PrintOptions{}).empty())
+            fail("an empty career report");
+    };
+    // The record book of the given categories (default columns, top 10) and the team's records,
+    // printed unless only its computing is timed.
+    const auto recordBook = [&](const std::vector<SeasonEntry>& seasons,
+                                const std::string& categories, bool printed = true) {
+        SeasonSet set = openAll(seasons);
+        RecordBookDocument d;
+        std::vector<RecordBookOptions> books;
+        for (char c : categories) {
+            books.emplace_back();
+            books.back().category = c;
+        }
+        d.categories = computeRecordBooks(set, books);
+        if (!d.categories.front().messages.empty())
+            fail("the record book");
+        d.team = computeTeamRecords(set, Selection{});
+        if (printed && recordBookPages(d, seasonColumns, PrintOptions{}).empty())
+            fail("an empty record book");
+    };
+    auto [career20Ms, read20Ms] = measure(
+        3, [&] { careers(twenty); }, readTwenty);
+    print({"career report, 20 seasons x 2,000 (passing)", "plain read of the 20 files", career20Ms,
+           read20Ms, 0});
+    auto [book20Ms, read20bMs] = measure(
+        3, [&] { recordBook(twenty, "P"); }, readTwenty);
+    print({"record book, 20 seasons x 2,000 (passing)", "plain read of the 20 files", book20Ms,
+           read20bMs, 0});
+    auto [bookAll20Ms, read20cMs] = measure(
+        3, [&] { recordBook(twenty, "PCRDKT"); }, readTwenty);
+    print({"record book, 20 seasons x 2,000 (all six)", "plain read of the 20 files", bookAll20Ms,
+           read20cMs, 0});
+    auto [careerLargeMs, read3Ms] = measure(
+        3, [&] { careers(large); }, read);
+    print({"career report, large team as one season", "plain buffered read", careerLargeMs, read3Ms,
+           3});
+    auto [bookLargeMs, read4Ms] = measure(
+        3, [&] { recordBook(large, "P", false); }, read);
+    print({"record book, large team as one season (P)", "plain buffered read", bookLargeMs, read4Ms,
+           3});
+    auto [bookPrintedMs, read6Ms] = measure(
+        3, [&] { recordBook(large, "P"); }, read);
+    print({"  the same, every list printed", "plain buffered read", bookPrintedMs, read6Ms, 0});
+    auto [bookAllLargeMs, read5Ms] = measure(
+        3, [&] { recordBook(large, "PCRDKT"); }, read);
+    print({"record book, large team (all six)", "plain buffered read", bookAllLargeMs, read5Ms, 0});
 
     // The player screen of the last game: opening it indexes the game's records in one pass.
     const ColumnTable columns;

@@ -12,13 +12,14 @@ namespace {
 
 class Dice {
 public:
+    explicit Dice(std::uint64_t seed) : state_(seed) {}
     int below(int n) {
         state_ = state_ * 6364136223846793005ull + 1442695040888963407ull;
         return static_cast<int>((state_ >> 33) % static_cast<std::uint64_t>(n));
     }
 
 private:
-    std::uint64_t state_ = 20240611;
+    std::uint64_t state_;
 };
 
 // A prompter for a program that asks nothing: the benchmark stops at the first disk error.
@@ -30,9 +31,13 @@ struct Silent : Prompter {
 } // namespace
 
 Status writeLargeSeason(const std::string& folder) {
+    return writeSeason(folder, kGames, 20240611);
+}
+
+Status writeSeason(const std::string& folder, int gameCount, std::uint64_t seed) {
     Silent prompter;
     DataFiles data(DataPaths{folder, folder, folder}, prompter);
-    Dice dice;
+    Dice dice(seed);
 
     std::vector<TeamRecord> teams;
     for (int t = 1; t <= kTeams; ++t)
@@ -48,7 +53,7 @@ Status writeLargeSeason(const std::string& folder) {
         return s;
 
     std::vector<GameRecord> games;
-    for (int g = 1; g <= kGames; ++g) {
+    for (int g = 1; g <= gameCount; ++g) {
         GameRecord game;
         game.gameNumber = static_cast<std::int16_t>(g);
         game.opponent = "Team " + digits(2 + g % (kTeams - 1));
@@ -67,8 +72,8 @@ Status writeLargeSeason(const std::string& folder) {
     constexpr int kTouchdown[] = {6, 4, 5, 0, 0};
     constexpr int kExtraPoint[] = {12, 10, 8, 0, 0};
     std::vector<Bytes> stats;
-    stats.reserve(kStatRecords);
-    for (int g = 1; g <= kGames; ++g)
+    stats.reserve(static_cast<std::size_t>(gameCount) * kRecordsPerGame);
+    for (int g = 1; g <= gameCount; ++g)
         for (int i = 0; i < kRecordsPerGame; ++i) {
             // 40 players a game, each in five categories.
             const StatHeader header{static_cast<std::int16_t>(g),

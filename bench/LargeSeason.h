@@ -2,6 +2,7 @@
 
 #include "storage/Status.h"
 
+#include <cstdint>
 #include <string>
 
 namespace scorvane::bench {
@@ -17,5 +18,8 @@ inline constexpr int kStatRecords = kGames * kRecordsPerGame;
 // order (40 players a game in five categories), written through the storage layer. The numbers
 // come from a fixed generator, so every run measures the same data.
 Status writeLargeSeason(const std::string& folder);
+// The same data directory with `games` games (200 statistics records each) and another seed: one
+// season of a program that keeps many (10 games give 2,000 statistics records).
+Status writeSeason(const std::string& folder, int games, std::uint64_t seed);
 
 } // namespace scorvane::bench

@@ -1,5 +1,6 @@
 #include "ReportColumns.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -142,12 +143,30 @@ std::string_view reportTitle(char category) {
     }
 }
 
+const std::array<ColumnKind, kMaxColumnCode + 1>& columnKinds(char category) {
+    // Asked for every figure of every line read: worked out once.
+    static const auto kKinds = [] {
+        std::array<std::array<ColumnKind, kMaxColumnCode + 1>, kCategoryCount + 1> kinds{};
+        for (std::size_t k = 0; k < kCategoryCount; ++k) {
+            const char letter = kCategoryLetters[k];
+            const auto* fixed = fixedColumns(letter);
+            const int count = std::min(ColumnTable::columnCount(letter), kMaxColumnCode);
+            for (int code = 1; code <= count; ++code) {
+                const auto i = static_cast<std::size_t>(code - 1);
+                kinds[k][static_cast<std::size_t>(code)] =
+                    i < fixed->size() ? (*fixed)[i].kind : ColumnKind::Count;
+            }
+        }
+        return kinds; // the last row, all None, for a letter that names no category
+    }();
+    const int k = categoryIndex(category);
+    return kKinds[static_cast<std::size_t>(k < 0 ? kCategoryCount : k)];
+}
+
 ColumnKind columnKind(char category, int code) {
-    const auto* fixed = fixedColumns(category);
-    if (!fixed || code < 1 || code > ColumnTable::columnCount(category))
+    if (code < 1 || code > kMaxColumnCode)
         return ColumnKind::None;
-    const auto i = static_cast<std::size_t>(code - 1);
-    return i < fixed->size() ? (*fixed)[i].kind : ColumnKind::Count;
+    return columnKinds(category)[static_cast<std::size_t>(code)];
 }
 
 std::string columnHeading(char category, int code, const ColumnTable& table) {

@@ -2,6 +2,7 @@
 
 #include "storage/ColumnTable.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,9 @@ inline constexpr int kMaxColumnCode = 31;
 std::string_view reportTitle(char category);
 
 ColumnKind columnKind(char category, int code);
+// Every code's kind in the category, by code (0 and the codes it lacks: None); all None for a
+// letter that names no category.
+const std::array<ColumnKind, kMaxColumnCode + 1>& columnKinds(char category);
 inline bool isReportColumn(char category, int code) {
     return columnKind(category, code) != ColumnKind::None;
 }

@@ -1,5 +1,6 @@
 #include "ReportCommand.h"
 
+#include "CommandArguments.h"
 #include "GameLog.h"
 #include "GameScores.h"
 #include "ReportDocument.h"
@@ -29,14 +30,7 @@ namespace scorvane {
 namespace {
 
 // A refusal of the command: its one line for the error stream and its exit code.
-struct Failure {
-    std::string message;
-    int code = kCommandFailed;
-};
-
-Failure usageError(std::string message) {
-    return Failure{std::move(message), kCommandBadUsage};
-}
+using Failure = CommandFailure;
 
 struct Options {
     std::optional<std::string> configDirectory;
@@ -62,88 +56,23 @@ struct Options {
     bool help = false;
 };
 
-// A whole number and nothing else; nothing when the text is anything but digits.
-std::optional<long long> wholeNumber(const std::string& text) {
-    if (text.empty() || text.size() > 9 ||
-        !std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }))
-        return std::nullopt;
-    return std::stoll(text);
-}
-
-std::optional<Failure> numberIn(const std::string& option, const std::string& text, long long low,
-                                long long high, int& out, const std::string& range) {
-    const auto n = wholeNumber(text);
-    if (!n || *n < low || *n > high)
-        return usageError(option + ": \"" + text + "\" is not " + range);
-    out = static_cast<int>(*n);
-    return std::nullopt;
-}
-
-std::optional<Failure> numberList(const std::string& option, const std::string& text, long long low,
-                                  long long high, std::vector<int>& out, const std::string& range) {
-    out.clear();
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t comma = text.find(',', start);
-        const std::string item = trim(text.substr(start, comma - start));
-        int n = 0;
-        if (auto f = numberIn(option, item, low, high, n, range))
-            return f;
-        if (std::find(out.begin(), out.end(), n) != out.end())
-            return usageError(option + ": " + item + " is given twice");
-        out.push_back(n);
-        if (comma == std::string::npos)
-            return std::nullopt;
-        start = comma + 1;
-    }
-}
-
 const std::set<std::string> kValueOptions = {
     "--config", "--data",    "--team", "--category", "--from",   "--to",     "--types", "--player",
     "--report", "--columns", "--sort", "--top",      "--format", "--output", "--lines"};
 
 std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
-    std::map<std::string, std::string> values;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string arg = args[i];
-        std::string value;
-        bool hasValue = false;
-        if (const auto eq = arg.find('='); arg.rfind("--", 0) == 0 && eq != std::string::npos) {
-            value = arg.substr(eq + 1);
-            arg = arg.substr(0, eq);
-            hasValue = true;
-        }
-        if (arg == "--help" || arg == "-h") {
-            o.help = true;
-        } else if (arg == "--special" || arg == "--asc" || arg == "--desc" || arg == "--append" ||
-                   arg == "--short" || arg == "--by-game") {
-            if (hasValue)
-                return usageError(arg + " takes no value");
-            if (arg == "--special")
-                o.special = true;
-            else if (arg == "--short")
-                o.shortForm = true;
-            else if (arg == "--by-game")
-                o.byGame = true;
-            else if (arg == "--append")
-                o.append = true;
-            else if (o.direction && *o.direction != (arg == "--asc" ? 'A' : 'D'))
-                return usageError("--asc and --desc cannot both be given");
-            else
-                o.direction = arg == "--asc" ? 'A' : 'D';
-        } else if (kValueOptions.count(arg) != 0) {
-            if (!hasValue) {
-                if (i + 1 >= args.size())
-                    return usageError(arg + " needs a value");
-                value = args[++i];
-            }
-            if (values.count(arg) != 0)
-                return usageError(arg + " is given twice");
-            values[arg] = value;
-        } else {
-            return usageError("unknown argument \"" + arg + "\" (see --help)");
-        }
-    }
+    CommandArguments parsed;
+    if (auto f = splitArguments(
+            args, {"--special", "--asc", "--desc", "--append", "--short", "--by-game"},
+            kValueOptions, {}, parsed))
+        return f;
+    o.help = parsed.help;
+    o.special = parsed.has("--special");
+    o.shortForm = parsed.has("--short");
+    o.byGame = parsed.has("--by-game");
+    if (auto f = sortDirection(parsed, o.direction))
+        return f;
+    const std::map<std::string, std::string>& values = parsed.values;
     if (o.help)
         return std::nullopt;
 
@@ -173,20 +102,8 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
         return usageError("--category: \"" + letter + "\" is not one of P, C, R, D, K, T, E, G, S");
     o.category = static_cast<char>(std::toupper(static_cast<unsigned char>(letter[0])));
 
-    if (const auto* v = get("--from"))
-        if (auto f = numberIn("--from", *v, kLowestGame, kHighestGame, o.fromGame,
-                              "a game number 1 to 999 (From Game Invalid: Must be 1 to 999)"))
-            return f;
-    if (const auto* v = get("--to"))
-        if (auto f = numberIn("--to", *v, kLowestGame, kHighestGame, o.toGame,
-                              "a game number 1 to 999 (To Game Invalid: Must be 1 to 999)"))
-            return f;
-    if (const auto* v = get("--types")) {
-        std::vector<int> types;
-        if (auto f = numberList("--types", *v, 1, kGameTypeCount, types, "a game type 1 to 7"))
-            return f;
-        o.types = types;
-    }
+    if (auto f = gameOptions(parsed, o.fromGame, o.toGame, o.types))
+        return f;
     if (const auto* v = get("--player")) {
         if (trim(*v).empty())
             return usageError("--player needs a player number or name");
@@ -234,20 +151,8 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
                               "a number of players 1 to 999 (Top Players Invalid)"))
             return f;
     }
-    if (const auto* v = get("--lines"))
-        if (auto f = numberIn("--lines", *v, 21, 32767, o.linesPerPage,
-                              "a number of lines per page above 20"))
-            return f;
-    if (const auto* v = get("--format")) {
-        if (*v != "text" && *v != "csv" && *v != "html")
-            return usageError("--format: \"" + *v + "\" is not text, csv or html");
-        o.format = *v;
-    }
-    if (const auto* v = get("--output")) {
-        if (v->empty())
-            return usageError("--output needs a file name");
-        o.output = *v;
-    }
+    if (auto f = outputOptions(parsed, o.linesPerPage, o.format, o.output, o.append))
+        return f;
     if (o.shortForm && o.category != 'G')
         return usageError("--short applies only to the game scores (G)");
     if (o.byGame && (record || !o.player))
@@ -256,8 +161,6 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
     if ((o.category == 'G' || o.byGame) && o.teams.size() > 1)
         return usageError(std::string(o.byGame ? "--by-game" : "the game scores (G)") +
                           " take one team");
-    if (o.append && (!o.output || o.format != "text"))
-        return usageError("--append applies only to text written to an --output file");
     return std::nullopt;
 }
 
@@ -265,25 +168,10 @@ std::optional<Failure> parse(const std::vector<std::string>& args, Options& o) {
 
 std::optional<Failure> readConfiguration(const Options& o, const std::string& programDirectory,
                                          ConfigRecord& config) {
-    const std::string folder = normalizeDirectory(o.configDirectory.value_or(programDirectory));
-    const std::string path = folder + kConfigFileName;
-    Bytes bytes;
-    bool exists = false;
-    if (Status s = readWholeFile(path, bytes, exists); !s)
-        return Failure{"Cannot read " + platform::shownPath(path) + ": " + s.message()};
-    if (!exists && o.dataDirectory && !o.configDirectory) {
-        // Reading a data directory named on the command line needs no configuration: the default
-        // names of the game types and user columns serve.
-        config = ConfigRecord::defaults();
-        return std::nullopt;
-    }
-    if (bytes.size() == ConfigRecord::Length)
-        config = ConfigRecord::decode(bytes);
-    else if (bytes.size() == ConfigRecord::LegacyLength)
-        config = ConfigRecord::upgradeLegacy(bytes); // in memory only; the file stays as it is
-    else
-        return Failure{"BXFB.INI File Corrupt or Not Found: " + platform::shownPath(path)};
-    return std::nullopt;
+    // Reading a data directory named on the command line needs no configuration: the default
+    // names of the game types and user columns serve.
+    return readCommandConfiguration(o.configDirectory, programDirectory,
+                                    o.dataDirectory && !o.configDirectory, config);
 }
 
 DataPaths directories(const Options& o, const ConfigRecord& config,
@@ -301,34 +189,6 @@ DataPaths directories(const Options& o, const ConfigRecord& config,
     if (paths.reportDirectory.empty())
         paths.reportDirectory = paths.dataDirectory;
     return paths;
-}
-
-// Whether a file would land in one of these folders.
-bool insideFolder(const std::string& file, const std::string& folder) {
-    return platform::samePlace(platform::folderOf(platform::absolutePath(file)), folder);
-}
-
-std::optional<Failure> writeOutput(const Options& o, const std::string& text, std::ostream& out) {
-    if (!o.output) {
-        out << text;
-        out.flush();
-        return out ? std::nullopt : std::optional<Failure>(Failure{"Cannot write the report"});
-    }
-    if (Status s = saveReportFile(*o.output, text, nullptr); !s)
-        return Failure{s.message()};
-    return std::nullopt;
-}
-
-std::optional<Failure> writeLines(const Options& o, const std::vector<std::string>& lines,
-                                  std::ostream& out) {
-    std::unique_ptr<LineOutput> output;
-    if (o.output)
-        output = std::make_unique<TextFileOutput>(*o.output, o.append);
-    else
-        output = std::make_unique<StreamOutput>(out);
-    if (Status s = printLines(*output, lines, nullptr); !s)
-        return Failure{s.message()};
-    return std::nullopt;
 }
 
 std::string describeLine(const OverflowNote& note, char category, const ColumnTable& table,
@@ -368,15 +228,7 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
         teams.push_back(std::move(season));
     }
 
-    Selection selection;
-    selection.fromGame = std::min(o.fromGame, o.toGame);
-    selection.toGame = std::max(o.fromGame, o.toGame);
-    if (o.types) {
-        selection.gameTypes.fill(false);
-        for (int t : *o.types)
-            selection.gameTypes[static_cast<std::size_t>(t - 1)] = true;
-    }
-    selection.specialSelect = o.special;
+    Selection selection = commandSelection(o.fromGame, o.toGame, o.types, o.special);
     if (o.player) {
         if (const auto n = wholeNumber(trim(*o.player)))
             selection.playerNumber = static_cast<int>(*n);
@@ -402,10 +254,10 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
             table = standingsReport(computeStandings(teams, selection), heading);
         }
         if (o.format == "csv")
-            return writeOutput(o, tableCsv(table), out);
+            return writeReportText(o.output, tableCsv(table), out);
         if (o.format == "html")
-            return writeOutput(o, tableHtml(table), out);
-        return writeLines(o, tablePages(table, print), out);
+            return writeReportText(o.output, tableHtml(table), out);
+        return writeReportLines(o.output, o.append, tablePages(table, print), out);
     }
 
     if (o.category == 'E') {
@@ -417,10 +269,11 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
         }
         heading.title = "Team Record";
         if (o.format == "csv")
-            return writeOutput(o, teamRecordCsv(record, config), out);
+            return writeReportText(o.output, teamRecordCsv(record, config), out);
         if (o.format == "html")
-            return writeOutput(o, teamRecordHtml(record, config, heading), out);
-        return writeLines(o, teamRecordPages(record, config, heading, print), out);
+            return writeReportText(o.output, teamRecordHtml(record, config, heading), out);
+        return writeReportLines(o.output, o.append, teamRecordPages(record, config, heading, print),
+                                out);
     }
 
     SavedReports saved;
@@ -466,10 +319,10 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
                         " " + trimRight(log.playerName);
         const TableReport logReport = gameLogReport(log, document.columns, table, heading);
         if (o.format == "csv")
-            return writeOutput(o, tableCsv(logReport), out);
+            return writeReportText(o.output, tableCsv(logReport), out);
         if (o.format == "html")
-            return writeOutput(o, tableHtml(logReport), out);
-        return writeLines(o, tablePages(logReport, print), out);
+            return writeReportText(o.output, tableHtml(logReport), out);
+        return writeReportLines(o.output, o.append, tablePages(logReport, print), out);
     }
     document.report = ComputeStatistics(o.category, teams, selection);
     if (!document.report.status)
@@ -484,10 +337,10 @@ std::optional<Failure> run(const Options& o, std::ostream& out, std::ostream& er
     document.emptyText = selection.emptyReportText();
 
     if (o.format == "csv")
-        return writeOutput(o, statisticsCsv(document, table, o.top), out);
+        return writeReportText(o.output, statisticsCsv(document, table, o.top), out);
     if (o.format == "html")
-        return writeOutput(o, statisticsHtml(document, table, o.top), out);
-    return writeLines(o, statisticsPages(document, table, print), out);
+        return writeReportText(o.output, statisticsHtml(document, table, o.top), out);
+    return writeReportLines(o.output, o.append, statisticsPages(document, table, print), out);
 }
 
 } // namespace
@@ -500,6 +353,16 @@ std::string reportCommandUsage() {
            "                       [--asc|--desc] [--top N] [--lines N]\n"
            "                       [--format text|csv|html] [--output FILE [--append]]\n"
            "                       [--short] [--by-game]\n"
+           "       scorvane-report (--season DIR[:TEAM] ... | --seasons FILE)\n"
+           "                       --career --category P|C|R|D|K|T [--from N] [--to N]\n"
+           "                       [--types 1,2,5] [--special] [--columns 2,3,15]\n"
+           "                       [--sort CODE] [--asc|--desc] [--min-games N] [--top N]\n"
+           "                       [--lines N] [--format text|csv|html] [--output FILE]\n"
+           "       scorvane-report (--season DIR[:TEAM] ... | --seasons FILE)\n"
+           "                       --career --category L --player NAME [--columns ...]\n"
+           "       scorvane-report (--season DIR[:TEAM] ... | --seasons FILE) --record-book\n"
+           "                       [--category L [--column CODE]] [--scope game|season|career]\n"
+           "                       [--top N] [--format text|csv|html] [--output FILE]\n"
            "\n"
            "Categories: P passing, C receiving, R rushing, D defense, K kicking, T returns,\n"
            "E the team record, G the game scores (--short: one line a game), S the standings\n"
@@ -507,6 +370,12 @@ std::string reportCommandUsage() {
            "--config names the folder of BXFB.INI (default: the folder of\n"
            "this program); --data reads another data directory. Games 1 to 999 and all seven\n"
            "game types count unless --from, --to, --types or --special say otherwise.\n"
+           "Seasons: --season (repeatable, oldest first; TEAM default 1, labelled by the\n"
+           "folder's name) or --seasons, the seasons file the program keeps (with its links\n"
+           "of players). --career: one line per player over the seasons, or with --player\n"
+           "one player's seasons and his career line. --record-book: the best games, seasons\n"
+           "and careers (top 10) of every category, or of --category, and the team's records.\n"
+           "A season that cannot be read is named on standard error and left out (status 1).\n"
            "Exit status: 0 done, 1 unreadable data or figures out of range, 2 bad arguments.\n";
 }
 

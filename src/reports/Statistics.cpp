@@ -258,8 +258,8 @@ void derive(char category, PlayerFigures& f, long long puntYards, bool puntYards
     }
 }
 
-bool isDerived(char category, int code) {
-    switch (columnKind(category, code)) {
+bool derivedKind(char category, int code, ColumnKind kind) {
+    switch (kind) {
     case ColumnKind::Ratio:
     case ColumnKind::Average:
     case ColumnKind::Points:
@@ -279,6 +279,10 @@ void noteOverflows(char category, const PlayerFigures& f, std::vector<OverflowNo
 
 } // namespace
 
+bool isDerived(char category, int code) {
+    return derivedKind(category, code, columnKind(category, code));
+}
+
 void LineSums::longest(int code, long long v) {
     const auto c = static_cast<std::size_t>(code);
     if (!longestSeen[c] || v > value[c])
@@ -293,16 +297,22 @@ void LineSums::kick(int code, bool good) {
 }
 
 void LineSums::addLine(char category, const LineSums& other) {
-    for (int code = 2; code <= kMaxColumnCode; ++code) {
+    const auto& kinds = columnKinds(category);
+    const int count = ColumnTable::columnCount(category);
+    for (int code = 2; code <= count; ++code) {
         const auto c = static_cast<std::size_t>(code);
-        if (columnKind(category, code) == ColumnKind::Longest) {
+        switch (kinds[c]) {
+        case ColumnKind::Longest:
             if (other.longestSeen[c])
                 longest(code, other.value[c]);
-        } else {
+            break;
+        case ColumnKind::MadeAttempted:
+            made[c] += other.made[c];
+            attempted[c] += other.attempted[c];
+            break;
+        default:
             value[c] += other.value[c];
         }
-        made[c] += other.made[c];
-        attempted[c] += other.attempted[c];
     }
     puntYards += other.puntYards;
 }
@@ -343,12 +353,13 @@ void lineFigures(char category, const LineSums& sums, long long games, bool tota
     const int count = ColumnTable::columnCount(category);
     f[1].value = games;
     f[1].overflow = totals ? !fits32(games) : games > kInt16Max;
+    const auto& kinds = columnKinds(category);
     for (int code = 2; code <= count; ++code) {
-        if (isDerived(category, code))
-            continue;
         const auto c = static_cast<std::size_t>(code);
+        if (derivedKind(category, code, kinds[c]))
+            continue;
         Figure& fig = f[code];
-        if (columnKind(category, code) == ColumnKind::MadeAttempted) {
+        if (kinds[c] == ColumnKind::MadeAttempted) {
             fig.made = sums.made[c];
             fig.attempted = sums.attempted[c];
             fig.overflow = !fits32(fig.made) || !fits32(fig.attempted) || !fits32(fig.made * 100);

@@ -124,6 +124,9 @@ private:
 void lineFigures(char category, const LineSums& sums, long long games, bool totals,
                  PlayerFigures& f);
 
+// Whether the column is worked out from other sums rather than summed itself.
+bool isDerived(char category, int code);
+
 // The team's games that the selection counts, marked by game number (0..32767).
 std::vector<bool> selectedGames(const TeamSeason& team, const Selection& selection);
 

@@ -86,55 +86,101 @@ SeasonSet openSeasons(const std::vector<SeasonEntry>& chosen,
 
 std::vector<SeasonSums> sumSeasons(SeasonSet& set, char category, const Selection& selection,
                                    const GameVisitor& onGame) {
-    std::vector<SeasonSums> all(set.seasons.size());
-    if (categoryIndex(category) < 0)
+    CategoryGameVisitor visitor;
+    if (onGame)
+        visitor = [&](std::size_t, std::size_t season, int number, int game, const LineSums& sums) {
+            onGame(season, number, game, sums);
+        };
+    return sumCategories(set, std::string(1, category), selection, visitor).front();
+}
+
+std::vector<std::vector<SeasonSums>> sumCategories(SeasonSet& set, const std::string& categories,
+                                                   const Selection& selection,
+                                                   const CategoryGameVisitor& onGame) {
+    std::vector<std::vector<SeasonSums>> all(categories.size(),
+                                             std::vector<SeasonSums>(set.seasons.size()));
+    // Each record's category to its place in `categories`, -1 for one not asked for.
+    std::array<int, 256> slotOf{};
+    slotOf.fill(-1);
+    std::vector<CategoryRecords> readers;
+    for (std::size_t k = 0; k < categories.size(); ++k) {
+        readers.emplace_back(categories[k]);
+        if (categoryIndex(categories[k]) >= 0)
+            slotOf[static_cast<unsigned char>(categories[k])] = static_cast<int>(k);
+    }
+    if (std::all_of(slotOf.begin(), slotOf.end(), [](int k) { return k < 0; }))
         return all;
-    const CategoryRecords reader(category);
+
+    // The game being read in each category: its players' sums, handed on when the next game
+    // starts (the statistics file is kept in game order).
+    struct Current {
+        int game = -1;
+        std::array<LineSums, kMaxPlayers + 1> players{};
+        std::array<bool, kMaxPlayers + 1> seen{};
+        std::vector<int> touched;
+    };
+    std::vector<Current> current(onGame ? categories.size() : 0);
+
     for (std::size_t s = 0; s < set.seasons.size(); ++s) {
         const OpenSeason& season = set.seasons[s];
         const TeamSeason& team = season.team;
-        SeasonSums& out = all[s];
         const std::vector<bool> selected = selectedGames(team, selection);
         std::array<bool, kMaxPlayers + 1> counted{};
         for (int n = 1; n <= kMaxPlayers; ++n)
             counted[static_cast<std::size_t>(n)] = selection.countsPlayer(n, team.playerName(n));
-
-        // The game being read: its players' sums, handed on when the next game starts (the
-        // statistics file is kept in game order).
-        int currentGame = -1;
-        std::array<LineSums, kMaxPlayers + 1> current{};
-        std::vector<int> touched;
-        const auto handOn = [&] {
-            for (int p : touched) {
-                onGame(s, p, currentGame, current[static_cast<std::size_t>(p)]);
-                current[static_cast<std::size_t>(p)] = LineSums{};
+        const auto handOn = [&](std::size_t k) {
+            Current& c = current[k];
+            for (int p : c.touched) {
+                const auto at = static_cast<std::size_t>(p);
+                all[k][s].players[at].addLine(categories[k], c.players[at]);
+                onGame(k, s, p, c.game, c.players[at]);
+                c.players[at] = LineSums{};
+                c.seen[at] = false;
             }
-            touched.clear();
+            c.touched.clear();
         };
 
         const Status read = team.stats.forEach([&](ByteView raw) {
             const StatHeader h = StatHeader::decode(raw);
-            if (!h.isLive() || h.category != category || !isPlayerNumber(h.playerNumber) ||
-                h.gameNumber < 0 || !selected[static_cast<std::size_t>(h.gameNumber)] ||
+            const int slot = slotOf[static_cast<unsigned char>(h.category)];
+            if (slot < 0 || !h.isLive() || !isPlayerNumber(h.playerNumber) || h.gameNumber < 0 ||
+                !selected[static_cast<std::size_t>(h.gameNumber)] ||
                 !counted[static_cast<std::size_t>(h.playerNumber)])
                 return;
+            const auto k = static_cast<std::size_t>(slot);
+            SeasonSums& out = all[k][s];
             const auto p = static_cast<std::size_t>(h.playerNumber);
+            // The games counted are kept in order; the file is kept in game order, so a game is
+            // nearly always the last one counted or a new one after it.
             std::vector<std::int16_t>& games = out.games[p];
-            if (std::find(games.rbegin(), games.rend(), h.gameNumber) == games.rend())
+            if (games.empty() || h.gameNumber > games.back()) {
                 games.push_back(h.gameNumber);
-            reader.add(raw, out.players[p]);
-            if (onGame) {
-                if (h.gameNumber != currentGame)
-                    handOn();
-                currentGame = h.gameNumber;
-                if (std::find(touched.begin(), touched.end(), h.playerNumber) == touched.end())
-                    touched.push_back(h.playerNumber);
-                reader.add(raw, current[p]);
+            } else if (h.gameNumber < games.back()) {
+                const auto at = std::lower_bound(games.begin(), games.end(), h.gameNumber);
+                if (*at != h.gameNumber)
+                    games.insert(at, h.gameNumber);
             }
+            if (!onGame) {
+                readers[k].add(raw, out.players[p]);
+                return;
+            }
+            // A game's sums go into the season's when they are handed on.
+            Current& c = current[k];
+            if (h.gameNumber != c.game)
+                handOn(k);
+            c.game = h.gameNumber;
+            if (!c.seen[p]) {
+                c.seen[p] = true;
+                c.touched.push_back(h.playerNumber);
+            }
+            readers[k].add(raw, c.players[p]);
         });
-        if (onGame)
-            handOn();
-        out.read = static_cast<bool>(read);
+        for (std::size_t k = 0; k < current.size(); ++k) {
+            handOn(k);
+            current[k].game = -1;
+        }
+        for (std::size_t k = 0; k < categories.size(); ++k)
+            all[k][s].read = static_cast<bool>(read) && categoryIndex(categories[k]) >= 0;
         if (!read)
             set.messages.push_back(
                 "Season " + season.label + ": the statistics file " +
@@ -215,12 +261,14 @@ CareerReport careersFromSums(const SeasonSet& set, char category,
     for (std::size_t s = 0; s < sums.size(); ++s) {
         if (!sums[s].read)
             continue;
-        std::set<int> played;
+        std::vector<bool> played(std::size_t{1} << 15);
         for (int n = 1; n <= kMaxPlayers; ++n)
             if (listedPerson[static_cast<std::size_t>(set.people.of(s, n))])
-                played.insert(sums[s].games[static_cast<std::size_t>(n)].begin(),
-                              sums[s].games[static_cast<std::size_t>(n)].end());
-        totalGames += static_cast<long long>(played.size());
+                for (std::int16_t game : sums[s].games[static_cast<std::size_t>(n)])
+                    if (!played[static_cast<std::size_t>(game)]) {
+                        played[static_cast<std::size_t>(game)] = true;
+                        ++totalGames;
+                    }
     }
     lineFigures(category, total, totalGames, true, report.totals);
     noteOverflows(category, report.totals, report.overflows);

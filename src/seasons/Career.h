@@ -34,7 +34,7 @@ struct SeasonSet {
 SeasonSet openSeasons(const std::vector<SeasonEntry>& chosen, const std::vector<PlayerLink>& links);
 
 // What one season's pass over its statistics gives: each player number's sums over the selected
-// games, and the selected games he played.
+// games, and the selected games he played (in game order).
 struct SeasonSums {
     std::array<LineSums, kMaxPlayers + 1> players{};
     std::array<std::vector<std::int16_t>, kMaxPlayers + 1> games{};
@@ -50,6 +50,15 @@ using GameVisitor = std::function<void(std::size_t, int, int, const LineSums&)>;
 // (its games already handed to onGame stand).
 std::vector<SeasonSums> sumSeasons(SeasonSet& set, char category, const Selection& selection,
                                    const GameVisitor& onGame = {});
+
+// The same for several categories in one pass over each file: the sums by category (in the order
+// of `categories`, which are distinct) and season; onGame(category's index, season, player number,
+// game number, sums).
+using CategoryGameVisitor =
+    std::function<void(std::size_t, std::size_t, int, int, const LineSums&)>;
+std::vector<std::vector<SeasonSums>> sumCategories(SeasonSet& set, const std::string& categories,
+                                                   const Selection& selection,
+                                                   const CategoryGameVisitor& onGame = {});
 
 // One line of the career report: a person over the chosen seasons.
 struct CareerLine {

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 
 namespace scorvane {
 namespace {
@@ -27,15 +28,19 @@ struct Candidate {
 };
 
 // Keeps the candidates whose rank is within the top N, dropping the rest now and then, so that a
-// million single games never stand in memory at once.
+// million single games never stand in memory at once. Once N are held, a candidate below the N-th
+// is turned away at once; the list is pruned when it has doubled since the last pruning, so that a
+// long tie at the last place (kept whole) does not have it sorted again at every few additions.
 class TopList {
 public:
     explicit TopList(int top) : top_(static_cast<std::size_t>(std::max(top, 0))) {}
+    // Whether a figure this low is turned away.
+    bool below(double key) const { return full_ && key < last_; }
     void add(const Candidate& c) {
-        if (top_ == 0)
+        if (top_ == 0 || (full_ && c.key < last_))
             return;
         items_.push_back(c);
-        if (items_.size() >= 2 * top_ + 64)
+        if (items_.size() >= 2 * std::max(top_, kept_) + 64)
             prune();
     }
     // The entries within the top N, best first; equal keys in no particular order.
@@ -48,29 +53,44 @@ private:
     void prune() {
         std::stable_sort(items_.begin(), items_.end(),
                          [](const Candidate& a, const Candidate& b) { return a.key > b.key; });
-        if (items_.size() <= top_)
+        kept_ = items_.size();
+        if (items_.size() < top_)
             return;
         // Everything as good as the N-th entry has a rank within N.
-        const double last = items_[top_ - 1].key;
+        full_ = true;
+        last_ = items_[top_ - 1].key;
         std::size_t keep = top_;
-        while (keep < items_.size() && items_[keep].key >= last)
+        while (keep < items_.size() && items_[keep].key >= last_)
             ++keep;
         items_.resize(keep);
+        kept_ = keep;
     }
     std::size_t top_;
     std::vector<Candidate> items_;
+    std::size_t kept_ = 0; // entries held after the last pruning
+    bool full_ = false;    // N entries were held: nothing below last_ can rank within N
+    double last_ = 0;
 };
 
 // What a list ranks a figure by; nothing when the figure is no record: out of range, 0 or less, or
 // a ratio on fewer attempts than the minimum.
-std::optional<double> recordKey(char category, int code, const PlayerFigures& f, int minimum) {
-    const Figure& figure = f[code];
+// A ranked column as every performance is offered to it: worked out once, not at each of a
+// million single games.
+struct RankedColumn {
+    int code = 0;
+    ColumnKind kind = ColumnKind::None;
+    int attempts = 0; // attemptsColumn
+    RecordMinimum minimum;
+};
+
+std::optional<double> recordKey(const RankedColumn& column, const PlayerFigures& f, int minimum) {
+    const Figure& figure = f[column.code];
     if (figure.overflow)
         return std::nullopt;
-    switch (columnKind(category, code)) {
+    switch (column.kind) {
     case ColumnKind::Ratio:
     case ColumnKind::Average: {
-        const int attempts = attemptsColumn(category, code);
+        const int attempts = column.attempts;
         if (attempts > 0) {
             const long long tries = f[attempts].value;
             if (f[attempts].overflow || tries < std::max(minimum, 1))
@@ -87,13 +107,6 @@ std::optional<double> recordKey(char category, int code, const PlayerFigures& f,
         return figure.value > 0 ? std::optional<double>(static_cast<double>(figure.value))
                                 : std::nullopt;
     }
-}
-
-const GameRecord* findGame(const TeamSeason& team, int number) {
-    for (const GameRecord& g : team.games)
-        if (g.isLive() && g.gameNumber == number)
-            return &g;
-    return nullptr;
 }
 
 std::string seasonsText(const std::string& first, const std::string& last) {
@@ -168,120 +181,221 @@ const RecordList* RecordBook::find(int column, RecordScope scope) const {
     return nullptr;
 }
 
-RecordBook computeRecordBook(SeasonSet& set, const RecordBookOptions& options) {
-    const char category = options.category;
-    RecordBook book;
-    book.category = category;
-    std::vector<int> columns;
-    for (int code : options.columns.empty() ? defaultRecordColumns(category) : options.columns)
-        if (code > 1 && isReportColumn(category, code) &&
-            std::find(columns.begin(), columns.end(), code) == columns.end())
-            columns.push_back(code);
-    const auto minimumOf = [&](int code) {
-        const auto it = options.minimums.find(code);
-        return it != options.minimums.end() ? it->second : defaultMinimum(category, code);
-    };
+namespace {
 
-    // lists[column][scope]
-    std::vector<std::array<TopList, 3>> lists;
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        lists.push_back({TopList(options.top), TopList(options.top), TopList(options.top)});
-    const auto offer = [&](RecordScope scope, const PlayerFigures& f, Candidate c) {
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const int code = columns[i];
-            if (auto key = recordKey(category, code, f, minimumOf(code).in(scope))) {
-                c.key = *key;
-                c.figure = f[code];
-                lists[i][static_cast<std::size_t>(scope)].add(c);
+// One category's record book as it is made: the candidates of each list, offered as the
+// statistics are read (single games) and from the sums after (seasons, careers).
+class BookBuilder {
+public:
+    explicit BookBuilder(const RecordBookOptions& options) : category_(options.category) {
+        for (int code : options.columns.empty() ? defaultRecordColumns(category_) : options.columns)
+            if (code > 1 && isReportColumn(category_, code) &&
+                std::none_of(columns_.begin(), columns_.end(),
+                             [&](const RankedColumn& c) { return c.code == code; })) {
+                const auto it = options.minimums.find(code);
+                columns_.push_back(
+                    {code, columnKind(category_, code), attemptsColumn(category_, code),
+                     it != options.minimums.end() ? it->second : defaultMinimum(category_, code)});
+                lists_.push_back(
+                    {TopList(options.top), TopList(options.top), TopList(options.top)});
             }
-        }
-    };
+    }
 
-    const std::size_t before = set.messages.size();
-    const std::vector<SeasonSums> sums =
-        sumSeasons(set, category, options.selection,
-                   [&](std::size_t season, int number, int game, const LineSums& performance) {
-                       PlayerFigures f;
-                       lineFigures(category, performance, 1, false, f);
-                       offer(RecordScope::Game, f,
-                             {0, {}, season, number, set.people.of(season, number), game});
-                   });
-    book.messages.assign(set.messages.begin() + static_cast<std::ptrdiff_t>(before),
-                         set.messages.end());
+    void offerGame(const SeasonSet& set, std::size_t season, int number, int game,
+                   const LineSums& performance) {
+        // Most single games make no list: that is told from the raw sums where a column's figure
+        // is its sum, before the whole line is worked out.
+        bool wanted = false;
+        for (std::size_t i = 0; i < columns_.size() && !wanted; ++i)
+            wanted = mayRank(columns_[i], lists_[i][0], performance);
+        if (!wanted)
+            return;
+        PlayerFigures f;
+        lineFigures(category_, performance, 1, false, f);
+        offer(RecordScope::Game, f, {0, {}, season, number, set.people.of(season, number), game});
+    }
 
-    for (std::size_t s = 0; s < sums.size(); ++s) {
-        if (!sums[s].read)
-            continue;
-        for (int n = 1; n <= kMaxPlayers; ++n) {
-            const auto slot = static_cast<std::size_t>(n);
-            if (sums[s].games[slot].empty())
+    RecordBook finish(const SeasonSet& set, const std::vector<SeasonSums>& sums) {
+        RecordBook book;
+        book.category = category_;
+        for (std::size_t s = 0; s < sums.size(); ++s) {
+            if (!sums[s].read)
                 continue;
-            PlayerFigures f;
-            lineFigures(category, sums[s].players[slot],
-                        static_cast<long long>(sums[s].games[slot].size()), false, f);
-            offer(RecordScope::Season, f, {0, {}, s, n, set.people.of(s, n), 0});
+            for (int n = 1; n <= kMaxPlayers; ++n) {
+                const auto slot = static_cast<std::size_t>(n);
+                if (sums[s].games[slot].empty())
+                    continue;
+                PlayerFigures f;
+                lineFigures(category_, sums[s].players[slot],
+                            static_cast<long long>(sums[s].games[slot].size()), false, f);
+                offer(RecordScope::Season, f, {0, {}, s, n, set.people.of(s, n), 0});
+            }
         }
-    }
-    const CareerReport careers = careersFromSums(set, category, sums);
-    std::vector<const CareerLine*> careerOf(static_cast<std::size_t>(set.people.count), nullptr);
-    for (const CareerLine& line : careers.players) {
-        careerOf[static_cast<std::size_t>(line.person)] = &line;
-        offer(RecordScope::Career, line.figures, {0, {}, 0, line.number, line.person, 0});
+        const CareerReport careers = careersFromSums(set, category_, sums);
+        std::vector<const CareerLine*> careerOf(static_cast<std::size_t>(set.people.count),
+                                                nullptr);
+        std::vector<std::string> careerName(static_cast<std::size_t>(set.people.count));
+        for (const CareerLine& line : careers.players) {
+            careerOf[static_cast<std::size_t>(line.person)] = &line;
+            careerName[static_cast<std::size_t>(line.person)] = trimRight(line.name);
+            offer(RecordScope::Career, line.figures, {0, {}, 0, line.number, line.person, 0});
+        }
+
+        // The name of a person: as spelt in the latest season he played; the roster's name for a
+        // performance of a season whose sums were not used.
+        const auto nameOf = [&](const Candidate& c) {
+            const auto person = static_cast<std::size_t>(c.person);
+            return careerOf[person] ? careerName[person]
+                                    : trimRight(set.seasons[c.season].team.playerName(c.number));
+        };
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            for (RecordScope scope : kScopes) {
+                RecordList list;
+                list.column = columns_[i].code;
+                list.scope = scope;
+                list.minimum =
+                    columns_[i].attempts > 0 ? std::max(columns_[i].minimum.in(scope), 1) : 0;
+                std::vector<Candidate> best = lists_[i][static_cast<std::size_t>(scope)].take();
+                std::vector<std::pair<Candidate, std::string>> named;
+                for (const Candidate& c : best)
+                    named.emplace_back(c, nameOf(c));
+                std::stable_sort(named.begin(), named.end(), [](const auto& a, const auto& b) {
+                    if (a.first.key != b.first.key)
+                        return a.first.key > b.first.key;
+                    if (a.second != b.second)
+                        return a.second < b.second;
+                    return a.first.season != b.first.season ? a.first.season < b.first.season
+                                                            : a.first.game < b.first.game;
+                });
+                std::vector<int> ranks;
+                assignRanks(named, ranks, [](const auto& e) { return e.first.key; });
+                for (std::size_t k = 0; k < named.size(); ++k) {
+                    const Candidate& c = named[k].first;
+                    RecordEntry e;
+                    e.rank = ranks[k];
+                    e.name = std::move(named[k].second);
+                    e.figure = c.figure;
+                    if (scope == RecordScope::Career) {
+                        const CareerLine* line = careerOf[static_cast<std::size_t>(c.person)];
+                        e.season = line ? seasonsText(line->firstSeason, line->lastSeason) : "";
+                    } else {
+                        e.season = set.seasons[c.season].label;
+                    }
+                    if (scope == RecordScope::Game) {
+                        e.game = c.game;
+                        if (const GameRecord* g = gameOf(set, c.season, c.game)) {
+                            e.date = ShortDate(g->gameDate);
+                            e.opponent = trim(g->opponent);
+                        }
+                    }
+                    list.entries.push_back(std::move(e));
+                }
+                book.lists.push_back(std::move(list));
+            }
+        }
+        return book;
     }
 
-    // The name of a person: as spelt in the latest season he played; the roster's name for a
-    // performance of a season whose sums were not used.
-    const auto nameOf = [&](const Candidate& c) {
-        const CareerLine* line = careerOf[static_cast<std::size_t>(c.person)];
-        return trimRight(line ? line->name : set.seasons[c.season].team.playerName(c.number));
-    };
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        for (RecordScope scope : kScopes) {
-            RecordList list;
-            list.column = columns[i];
-            list.scope = scope;
-            list.minimum = attemptsColumn(category, columns[i]) > 0
-                               ? std::max(minimumOf(columns[i]).in(scope), 1)
-                               : 0;
-            std::vector<Candidate> best = lists[i][static_cast<std::size_t>(scope)].take();
-            std::vector<std::pair<Candidate, std::string>> named;
-            for (const Candidate& c : best)
-                named.emplace_back(c, nameOf(c));
-            std::stable_sort(named.begin(), named.end(), [](const auto& a, const auto& b) {
-                if (a.first.key != b.first.key)
-                    return a.first.key > b.first.key;
-                if (a.second != b.second)
-                    return a.second < b.second;
-                return a.first.season != b.first.season ? a.first.season < b.first.season
-                                                        : a.first.game < b.first.game;
-            });
-            std::vector<int> ranks;
-            assignRanks(named, ranks, [](const auto& e) { return e.first.key; });
-            for (std::size_t k = 0; k < named.size(); ++k) {
-                const Candidate& c = named[k].first;
-                RecordEntry e;
-                e.rank = ranks[k];
-                e.name = named[k].second;
-                e.figure = c.figure;
-                if (scope == RecordScope::Career) {
-                    const CareerLine* line = careerOf[static_cast<std::size_t>(c.person)];
-                    e.season = line ? seasonsText(line->firstSeason, line->lastSeason) : "";
-                } else {
-                    e.season = set.seasons[c.season].label;
-                }
-                if (scope == RecordScope::Game) {
-                    e.game = c.game;
-                    if (const GameRecord* g = findGame(set.seasons[c.season].team, c.game)) {
-                        e.date = ShortDate(g->gameDate);
-                        e.opponent = trim(g->opponent);
-                    }
-                }
-                list.entries.push_back(std::move(e));
-            }
-            book.lists.push_back(std::move(list));
+private:
+    // False only when the game's figure of the column surely cannot make its list.
+    bool mayRank(const RankedColumn& c, const TopList& list, const LineSums& sums) const {
+        const auto at = [](int code) { return static_cast<std::size_t>(code); };
+        switch (c.kind) {
+        case ColumnKind::Count:
+        case ColumnKind::Longest:
+        case ColumnKind::Sacks: {
+            if (isDerived(category_, c.code))
+                return true; // its sum is not kept: worked out with the whole line
+            const long long v = sums.value[at(c.code)];
+            return v > 0 && !list.below(static_cast<double>(v));
+        }
+        case ColumnKind::MadeAttempted: {
+            const long long made = sums.made[at(c.code)];
+            return made > 0 && !list.below(static_cast<double>(made));
+        }
+        case ColumnKind::Ratio:
+        case ColumnKind::Average:
+            return c.attempts == 0 ||
+                   sums.value[at(c.attempts)] >= std::max(c.minimum.in(RecordScope::Game), 1);
+        default:
+            return true;
         }
     }
-    return book;
+
+    // A season's live game of that number, its games indexed at the first look: a long tie at the
+    // last place can list thousands of games.
+    const GameRecord* gameOf(const SeasonSet& set, std::size_t season, int number) {
+        if (games_.size() < set.seasons.size())
+            games_.resize(set.seasons.size());
+        std::vector<const GameRecord*>& index = games_[season];
+        if (index.empty()) {
+            index.assign(static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()) + 1,
+                         nullptr);
+            for (const GameRecord& g : set.seasons[season].team.games)
+                if (g.isLive() && g.gameNumber >= 0 &&
+                    !index[static_cast<std::size_t>(g.gameNumber)])
+                    index[static_cast<std::size_t>(g.gameNumber)] = &g;
+        }
+        return number >= 0 && static_cast<std::size_t>(number) < index.size()
+                   ? index[static_cast<std::size_t>(number)]
+                   : nullptr;
+    }
+
+    void offer(RecordScope scope, const PlayerFigures& f, Candidate c) {
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            if (auto key = recordKey(columns_[i], f, columns_[i].minimum.in(scope))) {
+                c.key = *key;
+                c.figure = f[columns_[i].code];
+                lists_[i][static_cast<std::size_t>(scope)].add(c);
+            }
+        }
+    }
+
+    char category_;
+    std::vector<RankedColumn> columns_;
+    std::vector<std::array<TopList, 3>> lists_;         // [column][scope]
+    std::vector<std::vector<const GameRecord*>> games_; // by season and game number
+};
+
+} // namespace
+
+RecordBook computeRecordBook(SeasonSet& set, const RecordBookOptions& options) {
+    return computeRecordBooks(set, {options}).front();
+}
+
+std::vector<RecordBook> computeRecordBooks(SeasonSet& set,
+                                           const std::vector<RecordBookOptions>& options) {
+    std::string categories;
+    std::vector<std::vector<std::size_t>> booksOf; // by category: the books of that category
+    std::vector<BookBuilder> builders;
+    for (std::size_t b = 0; b < options.size(); ++b) {
+        std::size_t k = categories.find(options[b].category);
+        if (k == std::string::npos) {
+            k = categories.size();
+            categories += options[b].category;
+            booksOf.emplace_back();
+        }
+        booksOf[k].push_back(b);
+        builders.emplace_back(options[b]);
+    }
+    const std::size_t before = set.messages.size();
+    const std::vector<std::vector<SeasonSums>> sums = sumCategories(
+        set, categories, options.empty() ? Selection{} : options.front().selection,
+        [&](std::size_t k, std::size_t season, int number, int game, const LineSums& performance) {
+            for (std::size_t b : booksOf[k])
+                builders[b].offerGame(set, season, number, game, performance);
+        });
+    const std::vector<std::string> messages(
+        set.messages.begin() + static_cast<std::ptrdiff_t>(before), set.messages.end());
+    std::vector<RecordBook> books;
+    for (std::size_t k = 0; k < booksOf.size(); ++k)
+        for (std::size_t b : booksOf[k]) {
+            if (books.size() <= b)
+                books.resize(b + 1);
+            books[b] = builders[b].finish(set, sums[k]);
+            books[b].messages = messages;
+        }
+    return books;
 }
 
 TeamRecords computeTeamRecords(const SeasonSet& set, const Selection& selection, int top) {

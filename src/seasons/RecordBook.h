@@ -79,6 +79,10 @@ struct RecordBook {
 
 // One pass over each season's statistics file.
 RecordBook computeRecordBook(SeasonSet& set, const RecordBookOptions& options);
+// The books of several categories (the whole record book) from the same one pass over each file,
+// each as computeRecordBook would make it; all over the first one's selection.
+std::vector<RecordBook> computeRecordBooks(SeasonSet& set,
+                                           const std::vector<RecordBookOptions>& options);
 
 // The team's records from its game files over the chosen seasons and the selection's games.
 struct TeamGameEntry {

@@ -52,13 +52,18 @@ std::string ColumnTable::columnName(char category, int index) const {
 }
 
 int ColumnTable::columnCount(char category) {
-    const int k = categoryIndex(category);
-    if (k < 0)
-        return 0;
-    const auto& fixed = kFixedColumns[static_cast<std::size_t>(k)];
-    return static_cast<int>(std::count_if(fixed.begin(), fixed.end(),
+    // Counted once: every figure of every report line asks.
+    static const std::array<int, kCategoryCount> kCounts = [] {
+        std::array<int, kCategoryCount> counts{};
+        for (std::size_t k = 0; k < kCategoryCount; ++k)
+            counts[k] = static_cast<int>(
+                            std::count_if(kFixedColumns[k].begin(), kFixedColumns[k].end(),
                                           [](std::string_view name) { return !name.empty(); })) +
-           6;
+                        6;
+        return counts;
+    }();
+    const int k = categoryIndex(category);
+    return k < 0 ? 0 : kCounts[static_cast<std::size_t>(k)];
 }
 
 } // namespace scorvane

@@ -1,90 +1,30 @@
+#include "reports/ReportCommand.h"
 #include "seasons/Career.h"
 #include "seasons/RecordBook.h"
+#include "seasons/SeasonsCommand.h"
+#include "seasons/SeasonsDocument.h"
 #include "seasons/SeasonsFile.h"
 #include "storage/FileNames.h"
 #include "storage/Platform.h"
 #include "storage/StatLayout.h"
 #include "storage/TeamList.h"
 #include "support/FakePrompter.h"
+#include "support/SeasonFolders.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
+#include <sstream>
 
 using namespace scorvane;
 using scorvane::testing::TempDir;
+using namespace scorvane::testing;
 
 namespace {
-
-struct Rec {
-    int game;
-    int player;
-    char category;
-    std::vector<std::pair<int, int>> values; // by column code
-};
-
-struct SeasonData {
-    std::string label;
-    std::vector<std::pair<int, std::string>> roster; // Windows-1252 names
-    std::vector<std::pair<int, int>> scores;         // game by game: us, them
-    std::vector<Rec> records;
-};
-
-Bytes encode(const Rec& r, int game, int player) {
-    StatRecord s;
-    s.header = StatHeader{static_cast<std::int16_t>(game), static_cast<std::int16_t>(player),
-                          r.category, 'A'};
-    for (const auto& [code, value] : r.values)
-        s.values.at(static_cast<std::size_t>(statSlot(r.category, code))) =
-            static_cast<std::int16_t>(value);
-    return s.encode();
-}
-
-GameRecord game(int number, int us, int them) {
-    GameRecord g;
-    g.gameNumber = static_cast<std::int16_t>(number);
-    g.gameDate = "09" + std::string(number < 10 ? "0" : "") + std::to_string(number) + "24";
-    g.opponent = "Opponent " + std::to_string(number);
-    g.teamScore[0] = static_cast<std::int16_t>(us);
-    g.opponentScore[0] = static_cast<std::int16_t>(them);
-    return g;
-}
-
-void writeSeason(const TempDir& dir, const SeasonData& d) {
-    scorvane::testing::FakePrompter prompter;
-    DataFiles data{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
-    ASSERT_TRUE(TeamList::createTeamList(data));
-    TeamList names;
-    ASSERT_TRUE(names.storeNames(data, 1, "Hawks", "Hawks"));
-    TeamFiles files = data.team(1);
-    std::vector<RosterRecord> roster;
-    for (const auto& [number, name] : d.roster)
-        roster.push_back(RosterRecord{static_cast<std::int16_t>(number), name});
-    ASSERT_TRUE(files.replaceAllWith(FileKind::Roster, roster));
-    std::vector<GameRecord> games;
-    for (std::size_t g = 0; g < d.scores.size(); ++g)
-        games.push_back(game(static_cast<int>(g) + 1, d.scores[g].first, d.scores[g].second));
-    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, games));
-    std::vector<Bytes> stats;
-    for (const Rec& r : d.records)
-        stats.push_back(encode(r, r.game, r.player));
-    ASSERT_TRUE(files.replaceAll(FileKind::Stats, stats));
-}
-
-// Passing: Att 2, Cm 3, Yds 4, Int 5, TD 6, Lg 8. Rushing: Rsh 2, Yds 3, Lg 4, TD 5.
-// Receiving: Rec 2, Yds 3, TD 4, YAC 7, FD 8.
-Rec pass(int game, int player, int att, int cm, int yds, int ints, int td, int lg) {
-    return {game, player, 'P', {{2, att}, {3, cm}, {4, yds}, {5, ints}, {6, td}, {8, lg}}};
-}
-Rec rush(int game, int player, int rsh, int yds, int lg, int td = 0) {
-    return {game, player, 'R', {{2, rsh}, {3, yds}, {4, lg}, {5, td}}};
-}
-Rec catches(int game, int player, int rec, int yds, int td, int yac, int fd) {
-    return {game, player, 'C', {{2, rec}, {3, yds}, {4, td}, {7, yac}, {8, fd}}};
-}
 
 // Three seasons of one team. The passer changes number (7, then 12) and his name is written
 // three ways ("Chris Vale", "chris valé  ", "Chris Vale"); the receiver is misspelt in 2023
@@ -124,15 +64,18 @@ const std::map<std::string, std::vector<std::pair<std::size_t, int>>> kPeople = 
 };
 
 struct ThreeSeasons {
-    std::vector<std::unique_ptr<TempDir>> dirs;
+    // Each season in a folder named by its label.
+    TempDir root;
+    std::vector<std::string> dirs;
     std::vector<SeasonData> data = threeSeasons();
     SeasonsList list;
 
     ThreeSeasons() {
         for (const SeasonData& d : data) {
-            dirs.push_back(std::make_unique<TempDir>());
-            writeSeason(*dirs.back(), d);
-            EXPECT_EQ(addSeason(list, {d.label, dirs.back()->dir(), 1}), std::nullopt);
+            dirs.push_back(root.dir() + d.label + "/");
+            std::filesystem::create_directory(dirs.back());
+            EXPECT_TRUE(writeSeason(dirs.back(), d));
+            EXPECT_EQ(addSeason(list, {d.label, dirs.back(), 1}), std::nullopt);
         }
         EXPECT_EQ(addLink(list, {{"2023", "Jon Smyth"}, {"2024", "John Smith"}, false}),
                   std::nullopt);
@@ -143,9 +86,13 @@ struct ThreeSeasons {
     // Every file of every season's folder, by path.
     std::map<std::string, Bytes> snapshot() const {
         std::map<std::string, Bytes> all;
-        for (const auto& d : dirs)
-            for (const auto& e : std::filesystem::directory_iterator(d->path()))
-                all[e.path().string()] = d->read(e.path().filename().string());
+        for (const auto& e : std::filesystem::recursive_directory_iterator(root.path())) {
+            if (!e.is_regular_file())
+                continue;
+            std::ifstream in(e.path(), std::ios::binary);
+            all[e.path().string()] =
+                Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        }
         return all;
     }
 
@@ -166,6 +113,57 @@ struct ThreeSeasons {
         return one;
     }
 };
+
+std::vector<std::string> split(const std::string& text, const std::string& separator) {
+    std::vector<std::string> out;
+    for (std::size_t start = 0;;) {
+        const std::size_t at = text.find(separator, start);
+        out.push_back(text.substr(start, at - start));
+        if (at == std::string::npos)
+            return out;
+        start = at + separator.size();
+    }
+}
+
+// The words of a printed line.
+std::vector<std::string> words(const std::string& line) {
+    std::istringstream in(line);
+    std::vector<std::string> out;
+    for (std::string w; in >> w;)
+        out.push_back(w);
+    return out;
+}
+
+// The CSV rows of a text (no field of the test seasons needs quoting).
+std::vector<std::vector<std::string>> csvRows(const std::string& csv) {
+    std::vector<std::vector<std::string>> rows;
+    for (const std::string& line : split(csv, "\r\n"))
+        if (!line.empty())
+            rows.push_back(split(line, ","));
+    return rows;
+}
+
+// The cells of every body row of every table of an HTML page, table by table.
+std::vector<std::vector<std::vector<std::string>>> htmlTables(const std::string& html) {
+    std::vector<std::vector<std::vector<std::string>>> tables;
+    for (std::size_t at = html.find("<tbody>"); at != std::string::npos;
+         at = html.find("<tbody>", at + 1)) {
+        const std::size_t end = html.find("</tbody>", at);
+        std::vector<std::vector<std::string>> rows;
+        for (std::size_t tr = html.find("<tr>", at); tr < end; tr = html.find("<tr>", tr + 1)) {
+            std::vector<std::string> cells;
+            const std::size_t rowEnd = html.find("</tr>", tr);
+            for (std::size_t td = html.find("<td", tr); td < rowEnd;
+                 td = html.find("<td", td + 1)) {
+                const std::size_t open = html.find('>', td) + 1;
+                cells.push_back(html.substr(open, html.find("</td>", open) - open));
+            }
+            rows.push_back(cells);
+        }
+        tables.push_back(rows);
+    }
+    return tables;
+}
 
 const CareerLine* lineOf(const CareerReport& report, const std::string& name) {
     for (const CareerLine& l : report.players)
@@ -287,6 +285,24 @@ TEST(RecordBook, RanksTiesAndMinimums) {
     EXPECT_EQ(yards->entries[0].season, "2024");
     EXPECT_EQ(yards->entries[0].date, "09/01/24");
     EXPECT_EQ(yards->entries[0].opponent, "Opponent 1");
+
+    // The whole book in one pass over each file gives every category's book as it is alone.
+    std::vector<RecordBookOptions> all;
+    for (char category : std::string("PCRDKT")) {
+        all.push_back(options);
+        all.back().category = category;
+        all.back().columns = category == 'R' ? options.columns : std::vector<int>{};
+    }
+    const std::vector<RecordBook> books = computeRecordBooks(set, all);
+    ASSERT_EQ(books.size(), all.size());
+    for (std::size_t b = 0; b < all.size(); ++b) {
+        const RecordBook alone = computeRecordBook(set, all[b]);
+        ASSERT_EQ(books[b].lists.size(), alone.lists.size()) << all[b].category;
+        for (std::size_t i = 0; i < alone.lists.size(); ++i)
+            EXPECT_EQ(recordListCsv(books[b], books[b].lists[i]),
+                      recordListCsv(alone, alone.lists[i]))
+                << all[b].category << i;
+    }
 
     options.top = 7; // a tie at the 7th place lists both
     const RecordBook seven = computeRecordBook(set, options);
@@ -412,4 +428,278 @@ TEST(SeasonsFile, RoundTripBadLinesAndDuplicates) {
     EXPECT_EQ(copy, list);
     EXPECT_EQ(addSeason(copy, {"2026", sameFolder, 3}), std::nullopt);
     EXPECT_TRUE(addSeason(copy, {"2024", "/elsewhere/", 1}).has_value()); // a label used
+}
+
+// The printed career report is the season report's lines with the seasons count after the name,
+// under its own heading; the totals line leaves it blank. The heading's seasons line names the
+// seasons, runs of years written first-last.
+TEST(Career, PrintedLinesCarryTheSeasonsCount) {
+    const std::vector<std::pair<std::vector<std::string>, std::string>> lines = {
+        {{"2023", "2024", "2025"}, "Seasons 2023-2025"},
+        {{"2021", "2023", "2025"}, "Seasons 2021, 2023, 2025"},
+        {{"2025"}, "Season 2025"},
+        {{"2019", "2020", "2022", "Fall"}, "Seasons 2019-2020, 2022, Fall"},
+    };
+    for (const auto& [labels, line] : lines)
+        EXPECT_EQ(seasonsLine(labels), line);
+
+    ThreeSeasons t;
+    SeasonSet set = t.open();
+    CareerDocument document;
+    document.report = computeCareers(set, 'R', Selection{});
+    sortCareers(document.report, 3, 'D');
+    document.columns = {1, 2, 3, 12};
+    document.heading = {careerTitle('R'), seasonsTeamLine(set), "Games 1 to 999"};
+    const ColumnTable table;
+    const std::vector<std::string> page = careerPages(document, table, PrintOptions{});
+    ASSERT_GE(page.size(), 12u);
+    EXPECT_EQ(page[1], "Hawks, Seasons 2023-2025");
+    const std::string& heading = page[4];
+    EXPECT_EQ(words(heading),
+              (std::vector<std::string>{"No", "Name", "Sns", "G", "Rsh", "Yds", "Avg"}));
+    EXPECT_EQ(heading.substr(21, 4), " Sns");
+    // Dale Ortiz first by yards: 3 seasons, 9 games, 102 carries for 860 yards.
+    EXPECT_EQ(words(page[6]),
+              (std::vector<std::string>{"30", "Dale", "Ortiz", "3", "9", "102", "860", "8.4"}));
+    EXPECT_EQ(page[6].substr(21, 4), "   3");
+    int samLees = 0;
+    for (const std::string& l : page)
+        if (l.find("Sam Lee") != std::string::npos) {
+            ++samLees;
+            EXPECT_EQ(l.substr(21, 4), "   1") << l; // the brothers: one season each
+        }
+    EXPECT_EQ(samLees, 2);
+    const std::string& totals = page.back();
+    EXPECT_EQ(words(totals), (std::vector<std::string>{"Totals", "9", "112", "900", "8.0"}));
+    EXPECT_EQ(totals.substr(21, 4), "    ");
+}
+
+// The record book's CSV and HTML page hold every list's entries (the CSV rows of each list as the
+// list's own CSV has them, the page's tables the same entries) and the team's records after them;
+// the page stands alone.
+TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
+    ThreeSeasons t;
+    SeasonSet set = t.open();
+    RecordBookOptions options;
+    options.category = 'R';
+    options.columns = {3, 12};
+    RecordBookDocument document;
+    document.categories.push_back(computeRecordBook(set, options));
+    document.team = computeTeamRecords(set, Selection{}, 3);
+    document.heading = {"Record Book", seasonsTeamLine(set), "Games 1 to 999, all game types"};
+    const RecordBook& book = document.categories[0];
+    ASSERT_EQ(book.lists.size(), 6u);
+    const ColumnTable table;
+
+    const auto rows = csvRows(recordBookCsv(document, table));
+    ASSERT_FALSE(rows.empty());
+    EXPECT_EQ(rows[0], (std::vector<std::string>{"Category", "Record", "Scope", "Rank", "Name",
+                                                 "Value", "Season", "Game", "Date", "Opponent"}));
+    std::vector<std::vector<std::string>> expected;
+    for (const RecordList& list : book.lists) {
+        const auto listRows = csvRows(recordListCsv(book, list));
+        for (std::size_t i = 1; i < listRows.size(); ++i) {
+            std::vector<std::string> row = {"Rushing", list.column == 3 ? "Yds" : "Avg",
+                                            list.scope == RecordScope::Game     ? "Game"
+                                            : list.scope == RecordScope::Season ? "Season"
+                                                                                : "Career"};
+            row.insert(row.end(), listRows[i].begin(), listRows[i].end());
+            expected.push_back(row);
+        }
+    }
+    ASSERT_EQ(rows.size(), 1 + expected.size() + 3 + 3 + 2);
+    EXPECT_EQ(
+        std::vector<std::vector<std::string>>(
+            rows.begin() + 1, rows.begin() + 1 + static_cast<std::ptrdiff_t>(expected.size())),
+        expected);
+    EXPECT_EQ(rows[1], (std::vector<std::string>{"Rushing", "Yds", "Game", "1", "Dale Ortiz", "150",
+                                                 "2024", "1", "09/01/24", "Opponent 1"}));
+    const std::size_t team = 1 + expected.size();
+    EXPECT_EQ(rows[team], (std::vector<std::string>{"Team", "Most Points Scored", "Game", "1", "",
+                                                    "42", "2025", "1", "09/01/24", "Opponent 1"}));
+    EXPECT_EQ(rows[team + 3],
+              (std::vector<std::string>{"Team", "Fewest Points Allowed", "Game", "1", "", "0",
+                                        "2024", "1", "09/01/24", "Opponent 1"}));
+    EXPECT_EQ(rows[team + 6], (std::vector<std::string>{"Team", "Longest Winning Streak", "Streak",
+                                                        "1", "", "5", "2023-2024", "1-2", "", ""}));
+
+    const std::string html = recordBookHtml(document, table);
+    const auto tables = htmlTables(html);
+    ASSERT_EQ(tables.size(), 6u + 3u);
+    for (std::size_t i = 0; i < book.lists.size(); ++i) {
+        std::vector<std::vector<std::string>> want;
+        for (const RecordEntry& e : book.lists[i].entries) {
+            std::vector<std::string> row = {digits(e.rank), e.name,
+                                            trim(figureText('R', book.lists[i].column, e.figure)),
+                                            e.season};
+            if (book.lists[i].scope == RecordScope::Game)
+                row.insert(row.end(), {digits(e.game), e.date, e.opponent});
+            want.push_back(row);
+        }
+        if (want.empty())
+            want = {{"No records"}};
+        EXPECT_EQ(tables[i], want) << i;
+    }
+    EXPECT_EQ(tables[5],
+              (std::vector<std::vector<std::string>>{{"1", "Dale Ortiz", "8.4", "2023-2025"}}));
+    EXPECT_EQ(tables[6][0],
+              (std::vector<std::string>{"1", "42", "2025", "1", "09/01/24", "Opponent 1", "42-3"}));
+    EXPECT_EQ(tables[8],
+              (std::vector<std::vector<std::string>>{{"1", "5", "2023 game 1", "2024 game 2"},
+                                                     {"2", "2", "2025 game 1", "2025 game 2"}}));
+    EXPECT_LT(html.find("Hawks, Seasons 2023-2025"), html.find("<section"));
+    EXPECT_NE(html.find("Career <span class=\"note\">(at least 100 Rsh)</span>"),
+              std::string::npos);
+    for (const char* outside : {"<script", "<link", "src=", "http"})
+        EXPECT_EQ(html.find(outside), std::string::npos) << outside;
+
+    // Printed: each list under its title, an entry's figures under the list's headings.
+    const std::vector<std::string> page = recordBookPages(document, table, PrintOptions{});
+    const auto title =
+        std::find(page.begin(), page.end(), "Rushing Avg, Career (at least 100 Rsh)");
+    ASSERT_LT(std::distance(title, page.end()), static_cast<std::ptrdiff_t>(page.size()));
+    ASSERT_NE(title, page.end());
+    EXPECT_EQ(words(title[1]), (std::vector<std::string>{"Rank", "Name", "Avg", "Seasons"}));
+    EXPECT_EQ(words(title[3]),
+              (std::vector<std::string>{"1", "Dale", "Ortiz", "8.4", "2023-2025"}));
+}
+
+namespace {
+
+struct Command {
+    std::string out;
+    std::string err;
+    int run(const std::vector<std::string>& args) {
+        std::ostringstream o, e;
+        const int code = runSeasonsCommand(args, o, e, "/nonexistent-program-folder/");
+        out = o.str();
+        err = e.str();
+        return code;
+    }
+};
+
+} // namespace
+
+// Bad arguments are refused with one line and status 2, before anything is read or written.
+TEST(SeasonsCommand, ArgumentErrors) {
+    ThreeSeasons t;
+    const std::string d = t.dirs[0];
+    EXPECT_TRUE(isSeasonsCommand({"--team", "1", "--record-book"}));
+    EXPECT_TRUE(isSeasonsCommand({"--season=/x/"}));
+    EXPECT_FALSE(isSeasonsCommand({"--team", "1", "--category", "P"}));
+    struct Case {
+        std::vector<std::string> args;
+        std::string message;
+    };
+    const std::vector<Case> cases = {
+        {{"--career", "--category", "R"}, "no seasons: give --season DIR[:TEAM] or --seasons FILE"},
+        {{"--season", d}, "seasons need --career or --record-book"},
+        {{"--season", d, "--career", "--record-book"},
+         "--career and --record-book cannot both be given"},
+        {{"--season", d, "--seasons", d + "seasons.txt", "--career"},
+         "--season and --seasons cannot both be given"},
+        {{"--season", d, "--career"}, "--category is required"},
+        {{"--season", d, "--career", "--category", "E"},
+         "--category: \"E\" is not one of P, C, R, D, K, T"},
+        {{"--season", d, "--career", "--category", "R", "--bogus"},
+         "unknown argument \"--bogus\" (see --help)"},
+        {{"--season", d + ":101", "--career", "--category", "R"},
+         "--season: \"101\" is not a team number 1 to 100"},
+        {{"--season", d, "--season", d + ":1", "--record-book"},
+         "--season " + d + ":1: Season \"2023\" is already team 1 of " + platform::shownPath(d) +
+             "."},
+        {{"--season", d, "--record-book", "--column", "3"}, "--column needs --category"},
+        {{"--season", d, "--record-book", "--category", "R", "--column", "1"},
+         "--column: \"1\" is not a column code 2 to 18 of category R"},
+        {{"--season", d, "--record-book", "--category", "R", "--scope", "week"},
+         "--scope: \"week\" is not game, season or career"},
+        {{"--season", d, "--record-book", "--category", "R", "--sort", "3"},
+         "--sort does not apply to --record-book"},
+        {{"--season", d, "--career", "--category", "R", "--scope", "game"},
+         "--scope does not apply to --career"},
+        {{"--season", d, "--career", "--category", "R", "--player", "Dale Ortiz", "--top", "3"},
+         "--top does not apply to --career --player"},
+        {{"--season", d, "--career", "--category", "R", "--columns", "2,40"},
+         "--columns: \"40\" is not a column code 1 to 18 of category R"},
+        {{"--season", d, "--career", "--category", "R", "--output", d + "careers.txt"},
+         "--output: reports are not written into a season's data directory"},
+        {{"--season", d, "--career", "--category", "R", "--player", "Nobody"},
+         "--player: no player \"Nobody\" with Rushing Statistics in the chosen seasons"},
+    };
+    const auto before = t.snapshot();
+    for (const Case& c : cases) {
+        Command command;
+        EXPECT_EQ(command.run(c.args), kCommandBadUsage) << c.message;
+        EXPECT_EQ(command.err, "scorvane-report: " + c.message + "\n");
+        EXPECT_EQ(command.out, "");
+    }
+    EXPECT_EQ(t.snapshot(), before);
+}
+
+// The command over season folders and over the seasons file: careers joined across seasons and
+// spellings, a player's career, one record list in its own CSV form and the whole book; a missing
+// season is named and left out with status 1. No byte of any season's folder changes and no file
+// appears there.
+TEST(SeasonsCommand, ReportsOverSeasonFoldersWithoutWritingToThem) {
+    ThreeSeasons t;
+    TempDir elsewhere;
+    const std::string seasonsFile = elsewhere.file("seasons.txt");
+    ASSERT_TRUE(writeSeasonsFile(seasonsFile, t.list));
+    const auto before = t.snapshot();
+    Command c;
+
+    EXPECT_EQ(c.run({"--season", t.dirs[1], "--season", t.dirs[2] + ":1", "--career", "--category",
+                     "P", "--columns", "1,2,3,15", "--format", "csv"}),
+              kCommandOk)
+        << c.err;
+    EXPECT_EQ(c.out, "Name,Seasons,G,Att,Cm,Pct\r\n"
+                     "Chris Vale,2,4,128,44,34.4\r\n"
+                     "Totals,,4,128,44,34.4\r\n");
+
+    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--career", "--category", "P", "--player",
+                     "CHRIS VALE", "--columns", "1,2,3,15", "--format", "csv"}),
+              kCommandOk)
+        << c.err;
+    EXPECT_EQ(c.out, "Season,G,Att,Cm,Pct\r\n"
+                     "2023,2,10,9,90.0\r\n"
+                     "2024,2,100,30,30.0\r\n"
+                     "2025,2,28,14,50.0\r\n"
+                     "Career,6,138,53,38.4\r\n");
+
+    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--record-book", "--category", "R", "--column", "3",
+                     "--scope", "season", "--top", "3", "--format", "csv"}),
+              kCommandOk)
+        << c.err;
+    EXPECT_EQ(c.out, "Rank,Name,Value,Season,Game,Date,Opponent\r\n"
+                     "1,Dale Ortiz,350,2024,,,\r\n"
+                     "2,Dale Ortiz,280,2025,,,\r\n"
+                     "3,Dale Ortiz,230,2023,,,\r\n");
+
+    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--record-book", "--output",
+                     elsewhere.file("book.html"), "--format", "html"}),
+              kCommandOk)
+        << c.err;
+    const Bytes page = elsewhere.read("book.html");
+    const std::string html(page.begin(), page.end());
+    for (const char* part : {"<h2>Passing</h2>", "<h2>Returns</h2>", "<h2>Team Records</h2>",
+                             "Hawks, Seasons 2023-2025"})
+        EXPECT_NE(html.find(part), std::string::npos) << part;
+
+    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--record-book", "--lines", "40"}), kCommandOk);
+    const auto printed = split(c.out, "\n");
+    ASSERT_GT(printed.size(), 40u);
+    EXPECT_EQ(printed[1], "Hawks, Seasons 2023-2025");
+    EXPECT_NE(c.out.find("\f"), std::string::npos);
+
+    const std::string missing = elsewhere.dir() + "2022/";
+    EXPECT_EQ(c.run({"--season", missing, "--season", t.dirs[2], "--career", "--category", "R",
+                     "--columns", "1,3", "--format", "csv"}),
+              kCommandFailed);
+    EXPECT_NE(c.err.find("Season 2022: the folder " + platform::shownPath(missing)),
+              std::string::npos)
+        << c.err;
+    EXPECT_NE(c.out.find("Dale Ortiz,1,3,280\r\n"), std::string::npos) << c.out;
+    EXPECT_FALSE(std::filesystem::exists(missing));
+
+    EXPECT_EQ(t.snapshot(), before);
 }

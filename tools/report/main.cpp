@@ -1,5 +1,7 @@
-// scorvane-report: a statistics report or the team record from the command line.
+// scorvane-report: a statistics report or the team record from the command line, and the careers
+// and record book over several seasons.
 #include "reports/ReportCommand.h"
+#include "seasons/SeasonsCommand.h"
 #include "shell/Installation.h"
 #include "storage/Platform.h"
 
@@ -45,5 +47,7 @@ int main(int argc, char** argv) {
     // copy), else, when it is installed, the user's own. The command never makes one.
     const scorvane::ConfigLocation config = scorvane::locateConfiguration(
         programDirectory(argc > 0 ? argv[0] : nullptr), scorvane::systemEnvironment());
+    if (scorvane::isSeasonsCommand(args))
+        return scorvane::runSeasonsCommand(args, std::cout, std::cerr, config.directory);
     return scorvane::runReportCommand(args, std::cout, std::cerr, config.directory);
 }
