@@ -18,7 +18,10 @@ set(allowed_shell_ui  storage shell shell/ui ui)
 set(allowed_games_ui  storage games games/ui ui)
 set(allowed_entry_ui  storage games entry entry/ui ui)
 set(allowed_reports_ui storage games reports reports/ui ui)
-set(allowed_app       storage shell games entry reports seasons ui shell/ui games/ui entry/ui reports/ui app)
+# The seasons subsystem is built on the reports subsystem, its screens on the report screens.
+set(allowed_seasons_ui storage games reports seasons reports/ui seasons/ui ui)
+set(allowed_app       storage shell games entry reports seasons ui shell/ui games/ui entry/ui reports/ui
+                      seasons/ui app)
 set(logic_layers storage shell games entry reports seasons)
 
 if(NOT SOURCE_DIR)

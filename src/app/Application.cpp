@@ -7,12 +7,18 @@
 #include "games/ui/RosterDialog.h"
 #include "reports/ui/ReportScreens.h"
 #include "reports/ui/TableReportDialog.h"
+#include "seasons/ui/CareerReportDialog.h"
+#include "seasons/ui/PlayerCareerDialog.h"
+#include "seasons/ui/RecordBookDialog.h"
+#include "seasons/ui/SeasonsDialog.h"
 #include "shell/ui/BackupDialog.h"
 #include "shell/ui/DataDirectoryDialog.h"
 #include "shell/ui/DeleteFilesDialog.h"
 #include "shell/ui/MainWindow.h"
 #include "shell/ui/TeamNameDialog.h"
 #include "shell/ui/TeamSelectPanel.h"
+#include "storage/FileNames.h"
+#include "storage/Platform.h"
 #include "ui/TextCodec.h"
 
 namespace scorvane {
@@ -45,6 +51,19 @@ Application::Application(Session session, Prompter& prompter)
     window_->registerScreen(Screen::Standings, [this] {
         openStandings(*reports_, teams_.markedTeams(), window_.get());
         refreshTeams();
+    });
+    // The seasons file lies in the configuration folder, beside BXFB.INI.
+    window_->registerScreen(Screen::Seasons, [this] {
+        openSeasonsList(normalizeDirectory(platform::folderOf(session_.configPath)), prompter_,
+                        window_.get());
+    });
+    window_->registerScreen(Screen::Careers, [this] {
+        openCareerReport(*reports_, seasonsFile(), window_.get());
+        refreshTeams();
+    });
+    window_->registerScreen(Screen::RecordBook, [this] {
+        openRecordBook(normalizeDirectory(platform::folderOf(session_.configPath)), *reports_,
+                       window_.get());
     });
 
     // A folder without a team list is not read (reading would leave an empty list behind); the
@@ -154,6 +173,14 @@ void Application::connectRoster(RosterDialog& dialog, int team) {
             [&editor](int number, ContactField field) { return editor.contact(number, field); },
             parent);
     });
+    // The career over the seasons the user keeps, whichever data directory is open.
+    dialog.setCareer([this](int, const std::string& name, QWidget* parent) {
+        openPlayerCareer(*reports_, seasonsFile(), name, parent);
+    });
+}
+
+std::string Application::seasonsFile() const {
+    return seasonsFilePath(normalizeDirectory(platform::folderOf(session_.configPath)));
 }
 
 void Application::openBackUpRestore() {

@@ -6,6 +6,7 @@
 #include "storage/DataFiles.h"
 
 #include <memory>
+#include <string>
 
 class QWidget;
 
@@ -53,6 +54,8 @@ private:
     void refreshTeams();
     // Print and Game Log on the roster screen are the reports' work.
     void connectRoster(RosterDialog& dialog, int team);
+    // The seasons file, beside BXFB.INI in the configuration folder.
+    std::string seasonsFile() const;
 
     Session session_;
     Prompter& prompter_;

@@ -14,6 +14,9 @@ enum class Screen {
     GameScores,
     TeamRecord,
     Standings,
+    Seasons,    // the seasons list, who is who
+    Careers,    // careers over the seasons
+    RecordBook, // the record book over the seasons
     GameList,
     Roster,
     TeamName,

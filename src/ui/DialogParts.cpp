@@ -4,6 +4,8 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -26,6 +28,33 @@ void fitWidthTo(QListWidget* list, const QString& widest) {
 }
 
 } // namespace
+
+QPushButton* namedButton(QWidget* parent, const char* name, const QString& text) {
+    auto* b = new QPushButton(text, parent);
+    b->setObjectName(QString::fromLatin1(name));
+    return b;
+}
+
+QLabel* labelFor(QWidget* buddy, const QString& text) {
+    auto* label = new QLabel(text, buddy->parentWidget());
+    label->setBuddy(buddy);
+    return label;
+}
+
+QHBoxLayout* buttonRow(const std::vector<QWidget*>& widgets, const QWidget* gapBefore) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* w : widgets) {
+        if (w == gapBefore)
+            row->addStretch(1);
+        row->addWidget(w);
+    }
+    return row;
+}
+
+void chainTabOrder(const std::vector<QWidget*>& widgets) {
+    for (std::size_t i = 1; i < widgets.size(); ++i)
+        QWidget::setTabOrder(widgets[i - 1], widgets[i]);
+}
 
 std::pair<QPushButton*, QPushButton*> okCancelButtons(QWidget* dialog, const char* cancelCaption,
                                                       const char* cancelName) {

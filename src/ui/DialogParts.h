@@ -1,7 +1,10 @@
 #pragma once
 
 #include <utility>
+#include <vector>
 
+class QHBoxLayout;
+class QLabel;
 class QListWidget;
 class QMessageBox;
 class QPushButton;
@@ -9,6 +12,19 @@ class QString;
 class QWidget;
 
 namespace scorvane {
+
+// A push button with its object name ("cmdPrint").
+QPushButton* namedButton(QWidget* parent, const char* name, const QString& text);
+
+// A label for `buddy`, beside it in the same parent: the label's mnemonic moves the focus there.
+QLabel* labelFor(QWidget* buddy, const QString& text);
+
+// A row of buttons (and whatever stands among them), left to right. A stretch before `gapBefore`
+// pushes it and the widgets after it to the right edge.
+QHBoxLayout* buttonRow(const std::vector<QWidget*>& widgets, const QWidget* gapBefore = nullptr);
+
+// The Tab key goes through `widgets` in this order.
+void chainTabOrder(const std::vector<QWidget*>& widgets);
 
 // The "OK" (default) and "Cancel" buttons of a dialog, named cmdOK and cmdCancel. A dialog that
 // stays open after OK gives its second button another caption and name ("Close", cmdClose).

@@ -3,10 +3,26 @@
 #include <QAbstractButton>
 #include <QKeySequence>
 #include <QMap>
+#include <QPushButton>
+#include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <QtGlobal>
 
 namespace scorvane::testing {
+
+// The screen's widget of that object name; a test without it stops there.
+template <class W = QWidget> W* child(const QWidget* parent, const char* name) {
+    W* w = parent->findChild<W*>(QString::fromLatin1(name));
+    if (!w)
+        qFatal("No %s", name);
+    return w;
+}
+
+// Clicks the screen's button of that object name.
+inline void press(const QWidget* parent, const char* name) {
+    child<QPushButton>(parent, name)->click();
+}
 
 // The access keys of a screen's buttons that more than one button claims ("C: &Change, &Close"),
 // empty when every button has its own.

@@ -35,20 +35,13 @@
 #include <fstream>
 
 using namespace scorvane;
+using scorvane::testing::child;
+using scorvane::testing::press;
 using scorvane::testing::ReportFixture;
 using scorvane::testing::whenShown;
 
 namespace {
 
-template <class W = QWidget> W* child(const QWidget* parent, const char* name) {
-    W* w = parent->findChild<W*>(QString::fromLatin1(name));
-    if (!w)
-        qFatal("No %s", name);
-    return w;
-}
-void press(const QWidget* parent, const char* name) {
-    child<QPushButton>(parent, name)->click();
-}
 void showActive(QWidget* w) {
     w->show();
     (void)QTest::qWaitForWindowActive(w);

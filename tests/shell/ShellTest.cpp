@@ -26,7 +26,9 @@ TEST(MenuModel, MenuBarInOrder) {
          {{"mnuPassing", "&Passing"}, {"mnuReceiving", "&Receiving"}, {"mnuRushing", "Ru&shing"},
           {"mnuDefense", "&Defense"}, {"mnuKicking", "&Kicking"}, {"mnuReturns", "Re&turns"},
           {"mnuDash814", ""}, {"mnuGames", "&Game Scores"}, {"mnuRecord", "R&ecord"},
-          {"mnuDash123", ""}, {"mnuStandings", "&Standings"}}},
+          {"mnuDash123", ""}, {"mnuStandings", "&Standings"}, {"mnuDash815", ""},
+          {"mnuSeasons", "Seas&ons..."}, {"mnuCareers", "&Careers..."},
+          {"mnuRecordBook", "Record &Book..."}}},
         {{"mnuUpdate", "&Update"},
          {{"mnuUpdateGames", "&Games"}, {"mnuRoster", "&Roster"}, {"mnuTeamName", "&Team Name"},
           {"mnuDash3", ""}, {"mnuChangePlayerNumber", "&Change Player Number"},
@@ -67,6 +69,7 @@ TEST(MenuModel, CommandsSetTheShellState) {
                                        {"mnuGames", Screen::GameScores, "G  "},
                                        {"mnuRecord", Screen::TeamRecord, "E  "},
                                        {"mnuStandings", Screen::Standings, "S  "},
+                                       {"mnuRecordBook", Screen::RecordBook, "S  "},
                                        {"mnuBackUp", Screen::BackUpRestore, "SY "},
                                        {"mnuRestore", Screen::BackUpRestore, "SN "},
                                        {"mnuRoster", Screen::Roster, "SNN"}}) {

@@ -67,6 +67,11 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     gameLog_->setObjectName(QStringLiteral("cmdGameLog"));
     gameLog_->setEnabled(false);
     connect(gameLog_, &QPushButton::clicked, this, &RosterDialog::showGameLog);
+    career_ = new QPushButton(QStringLiteral("Ca&reer..."), this);
+    career_->setObjectName(QStringLiteral("cmdCareer"));
+    career_->setToolTip(QStringLiteral("The player's career over the seasons you keep"));
+    career_->setVisible(false);
+    connect(career_, &QPushButton::clicked, this, &RosterDialog::showCareer);
     close_ = new QPushButton(QStringLiteral("Close"), this);
     close_->setObjectName(QStringLiteral("cmdClose"));
     // Enter in a box moves to the next box; on a focused button it presses that button.
@@ -111,6 +116,7 @@ RosterDialog::RosterDialog(TeamFiles files, Roster& roster, Prompter& prompter,
     buttons->addStretch(1);
     buttons->addWidget(remove);
     buttons->addWidget(gameLog_);
+    buttons->addWidget(career_);
     buttons->addWidget(print);
     buttons->addWidget(close_);
     details->addLayout(buttons);
@@ -246,6 +252,11 @@ void RosterDialog::setGameLog(OpenGameLog open) {
     gameLog_->setEnabled(static_cast<bool>(openGameLog_));
 }
 
+void RosterDialog::setCareer(OpenCareer open) {
+    openCareer_ = std::move(open);
+    career_->setVisible(static_cast<bool>(openCareer_));
+}
+
 void RosterDialog::printRoster() {
     // What is typed in the focused box is printed too.
     commitFocused();
@@ -257,6 +268,13 @@ void RosterDialog::showGameLog() {
     commitFocused();
     if (openGameLog_)
         openGameLog_(editor_.selected(), this);
+}
+
+void RosterDialog::showCareer() {
+    // The name as typed so far is the one looked for.
+    commitFocused();
+    if (openCareer_)
+        openCareer_(editor_.selected(), editor_.nameText(), this);
 }
 
 void RosterDialog::chooseImportFile() {

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <functional>
+#include <string>
 
 class QLineEdit;
 class QListWidget;
@@ -50,6 +51,13 @@ public:
     using OpenGameLog = std::function<void(int playerNumber, QWidget* parent)>;
     void setGameLog(OpenGameLog open);
 
+    // Shows the selected player's career over the seasons the user keeps (a report over seasons,
+    // which the application hands in): his number and stored name. Career stays hidden until one
+    // is given.
+    using OpenCareer =
+        std::function<void(int playerNumber, const std::string& name, QWidget* parent)>;
+    void setCareer(OpenCareer open);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -67,6 +75,7 @@ private:
     void deletePlayer();
     void printRoster();
     void showGameLog();
+    void showCareer();
     void chooseImportFile();
     void finish();
 
@@ -81,6 +90,8 @@ private:
     PrintRoster printRoster_;
     QPushButton* gameLog_ = nullptr;
     OpenGameLog openGameLog_;
+    QPushButton* career_ = nullptr;
+    OpenCareer openCareer_;
     bool finished_ = false;
     QString teamName_;
 };

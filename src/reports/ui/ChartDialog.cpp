@@ -123,8 +123,9 @@ QCustomPlot* quarterPointsChart(const QuarterPoints& points, const QString& team
 }
 
 QCustomPlot* gameByGameChart(const std::vector<double>& values,
-                             const std::vector<std::string>& labels, const QString& column) {
-    QCustomPlot* plot = titledPlot(column + QStringLiteral(" by Game"));
+                             const std::vector<std::string>& labels, const QString& column,
+                             const QString& over) {
+    QCustomPlot* plot = titledPlot(column + QStringLiteral(" by ") + over);
     QCPGraph* line = plot->addGraph();
     line->setName(column);
     line->setPen(QPen(teamColor, 2));

@@ -14,8 +14,10 @@ namespace scorvane {
 // Both teams' points by quarter and overtime over the games of a report, as grouped bars.
 QCustomPlot* quarterPointsChart(const QuarterPoints& points, const QString& teamName);
 // One figure game by game: a line over the games, each labelled with its date (or "Game n").
+// The same chart shows a figure season by season, `over` naming what the labels are ("Season").
 QCustomPlot* gameByGameChart(const std::vector<double>& values,
-                             const std::vector<std::string>& labels, const QString& column);
+                             const std::vector<std::string>& labels, const QString& column,
+                             const QString& over = QStringLiteral("Game"));
 
 // A chart in a window of its own, which can be saved as a PNG picture or a PDF page.
 class ChartDialog : public QDialog {

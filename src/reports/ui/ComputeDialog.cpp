@@ -2,6 +2,7 @@
 
 #include "reports/ui/ReportPrinter.h"
 #include "storage/Bytes.h"
+#include "ui/DialogParts.h"
 #include "ui/SelectOnFocus.h"
 #include "ui/TextCodec.h"
 
@@ -29,12 +30,6 @@ QLineEdit* digitsBox(QWidget* parent, const char* name, int digits, const QStrin
         box->fontMetrics().horizontalAdvance(QString(digits + 3, QLatin1Char('0'))));
     selectAllOnFocus(box);
     return box;
-}
-
-QPushButton* button(QWidget* parent, const char* name, const QString& text) {
-    auto* b = new QPushButton(text, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
 }
 
 } // namespace
@@ -95,12 +90,12 @@ ComputeDialog::ComputeDialog(const Selection& selection, const ConfigRecord& con
     playerName_->setMaxLength(static_cast<int>(width::playerName));
     selectAllOnFocus(playerName_);
 
-    auto* all = button(this, "cmdAll", QStringLiteral("&All"));
-    auto* clearTypes = button(this, "cmdClearGT", QStringLiteral("Clear &Types"));
-    auto* clearList = button(this, "cmdClearGameList", QStringLiteral("Clear &List"));
-    auto* compute = button(this, "cmdCompute", QStringLiteral("&Compute"));
+    auto* all = namedButton(this, "cmdAll", QStringLiteral("&All"));
+    auto* clearTypes = namedButton(this, "cmdClearGT", QStringLiteral("Clear &Types"));
+    auto* clearList = namedButton(this, "cmdClearGameList", QStringLiteral("Clear &List"));
+    auto* compute = namedButton(this, "cmdCompute", QStringLiteral("&Compute"));
     compute->setDefault(true);
-    auto* cancel = button(this, "cmdCancel", QStringLiteral("Cancel"));
+    auto* cancel = namedButton(this, "cmdCancel", QStringLiteral("Cancel"));
     connect(all, &QPushButton::clicked, this, &ComputeDialog::chooseAll);
     connect(clearTypes, &QPushButton::clicked, this, &ComputeDialog::clearGameTypes);
     connect(clearList, &QPushButton::clicked, this, &ComputeDialog::clearGameList);

@@ -23,12 +23,6 @@
 namespace scorvane {
 namespace {
 
-QPushButton* button(QWidget* parent, const char* name, const QString& text) {
-    auto* b = new QPushButton(text, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
-}
-
 QListWidget* columnList(QWidget* parent, const char* name) {
     auto* list = new QListWidget(parent);
     list->setObjectName(QString::fromLatin1(name));
@@ -86,9 +80,9 @@ ReportSelectDialog::ReportSelectDialog(DataFiles& files, Prompter& prompter,
     list_->setObjectName(QStringLiteral("lstReports"));
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
     list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QString(26, QLatin1Char('M'))));
-    auto* add = button(this, "cmdAdd", QStringLiteral("&Add"));
-    auto* change = button(this, "cmdChange", QStringLiteral("&Change..."));
-    auto* remove = button(this, "cmdDelete", QStringLiteral("&Delete"));
+    auto* add = namedButton(this, "cmdAdd", QStringLiteral("&Add"));
+    auto* change = namedButton(this, "cmdChange", QStringLiteral("&Change..."));
+    auto* remove = namedButton(this, "cmdDelete", QStringLiteral("&Delete"));
     auto [ok, cancel] = okCancelButtons(this);
     connect(add, &QPushButton::clicked, this, &ReportSelectDialog::add);
     connect(change, &QPushButton::clicked, this, &ReportSelectDialog::change);
@@ -225,9 +219,9 @@ FormatDialog::FormatDialog(const ReportFormatRecord& format, const ColumnTable& 
     chosen_ = columnList(this, "lstSelCat");
     // The print order can also be changed by dragging a column up or down.
     chosen_->setDragDropMode(QAbstractItemView::InternalMove);
-    auto* add = button(this, "cmdAdd", QStringLiteral("&Add >>"));
-    auto* remove = button(this, "cmdDelete", QStringLiteral("<< &Remove"));
-    auto* defaults = button(this, "cmdDefault", QStringLiteral("De&fault"));
+    auto* add = namedButton(this, "cmdAdd", QStringLiteral("&Add >>"));
+    auto* remove = namedButton(this, "cmdDelete", QStringLiteral("<< &Remove"));
+    auto* defaults = namedButton(this, "cmdDefault", QStringLiteral("De&fault"));
     title_ = new QLineEdit(fromFileText(trim(format.reportName)), this);
     title_->setObjectName(QStringLiteral("txtTitle"));
     selectAllOnFocus(title_);

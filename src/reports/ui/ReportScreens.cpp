@@ -84,41 +84,73 @@ void printRoster(ReportContext& context, const std::string& teamName, const Rost
                           });
 }
 
-bool chooseExportFile(QWidget* parent, const ReportHeading& heading, QString& path, bool& html) {
+bool chooseExportFile(QWidget* parent, const QString& fileName,
+                      const std::vector<ExportKind>& kinds, QString& path, ExportKind& kind) {
+    const auto offers = [&](ExportKind k) {
+        return std::find(kinds.begin(), kinds.end(), k) != kinds.end();
+    };
+    const bool withHtml = offers(ExportKind::Html);
+    const bool withText = offers(ExportKind::Text);
     const QString csvFilter = QStringLiteral("CSV (*.csv)");
     const QString htmlFilter = QStringLiteral("HTML (*.html *.htm)");
+    const QString textFilter = QStringLiteral("Text (*.txt)");
+    QStringList filters = {csvFilter};
+    if (withHtml)
+        filters << htmlFilter;
+    if (withText)
+        filters << textFilter;
     QFileDialog dialog(parent, QStringLiteral("Export Report"));
     dialog.setObjectName(QStringLiteral("dlgExport"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilters({csvFilter, htmlFilter});
+    dialog.setNameFilters(filters);
     dialog.setDefaultSuffix(QStringLiteral("csv"));
     const QString documents = fromUtf8(platform::documentsFolder());
     if (!documents.isEmpty())
         dialog.setDirectory(documents);
-    const std::string date = toUtf8(QDate::currentDate().toString(Qt::ISODate));
-    dialog.selectFile(fromUtf8(suggestedFileName(
-        {toUtf8(fromFileText(heading.team)), toUtf8(fromFileText(heading.title))}, date, ".csv")));
-    // Choosing the other kind of file changes the suggested name's ending with it.
+    dialog.selectFile(fileName);
+    const auto isHtml = [](const QString& ending) {
+        return ending == QLatin1String("html") || ending == QLatin1String("htm");
+    };
+    // Choosing another kind of file changes the suggested name's ending with it.
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
-        const QString suffix =
-            filter == htmlFilter ? QStringLiteral("html") : QStringLiteral("csv");
+        const QString suffix = filter == htmlFilter   ? QStringLiteral("html")
+                               : filter == textFilter ? QStringLiteral("txt")
+                                                      : QStringLiteral("csv");
         dialog.setDefaultSuffix(suffix);
         const QStringList chosen = dialog.selectedFiles();
         if (chosen.isEmpty())
             return;
         const QFileInfo file(chosen.first());
         const QString ending = file.suffix().toLower();
-        if (ending == QLatin1String("csv") || ending == QLatin1String("html") ||
-            ending == QLatin1String("htm"))
+        if (ending == QLatin1String("csv") || isHtml(ending) ||
+            (withText && ending == QLatin1String("txt")))
             dialog.selectFile(file.completeBaseName() + QLatin1Char('.') + suffix);
     });
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
     path = dialog.selectedFiles().first();
-    html = path.endsWith(QStringLiteral(".html"), Qt::CaseInsensitive) ||
-           path.endsWith(QStringLiteral(".htm"), Qt::CaseInsensitive) ||
-           (dialog.selectedNameFilter() == htmlFilter &&
-            !path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive));
+    const QString ending = QFileInfo(path).suffix().toLower();
+    if (ending == QLatin1String("csv"))
+        kind = ExportKind::Csv;
+    else if (withHtml && isHtml(ending))
+        kind = ExportKind::Html;
+    else if (withText && ending == QLatin1String("txt"))
+        kind = ExportKind::Text;
+    else
+        kind = dialog.selectedNameFilter() == htmlFilter   ? ExportKind::Html
+               : dialog.selectedNameFilter() == textFilter ? ExportKind::Text
+                                                           : ExportKind::Csv;
+    return true;
+}
+
+bool chooseExportFile(QWidget* parent, const ReportHeading& heading, QString& path, bool& html) {
+    const std::string date = toUtf8(QDate::currentDate().toString(Qt::ISODate));
+    const QString name = fromUtf8(suggestedFileName(
+        {toUtf8(fromFileText(heading.team)), toUtf8(fromFileText(heading.title))}, date, ".csv"));
+    ExportKind kind = ExportKind::Csv;
+    if (!chooseExportFile(parent, name, {ExportKind::Csv, ExportKind::Html}, path, kind))
+        return false;
+    html = kind == ExportKind::Html;
     return true;
 }
 

@@ -64,6 +64,16 @@ void openTeamRecord(ReportContext& context, int team, QWidget* parent);
 void printRoster(ReportContext& context, const std::string& teamName, const Roster& roster,
                  const ContactLookup& contact, QWidget* parent);
 
+// The kinds of file a report is exported to.
+enum class ExportKind { Csv, Html, Text };
+
+// Asks where to export a report: a file of one of `kinds` (offered CSV, HTML, text, in that
+// order), `fileName` ("Career Passing.csv") suggested in the user's documents folder. Choosing
+// another kind of file changes the suggested name's ending with it. The kind follows the name's
+// ending, else the filter chosen. False when the user cancelled.
+bool chooseExportFile(QWidget* parent, const QString& fileName,
+                      const std::vector<ExportKind>& kinds, QString& path, ExportKind& kind);
+
 // Asks where to export a report: a CSV or HTML file, the kind by the filter chosen or the name's
 // extension. The dialog offers the team, the report and today's date as the name
 // ("Tigers Rushing Statistics 2026-11-24.csv") in the user's documents folder. False when the

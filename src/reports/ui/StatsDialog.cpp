@@ -4,11 +4,14 @@
 
 #include "ComputeDialog.h"
 #include "FormatDialogs.h"
+#include "FrozenColumnsGrid.h"
 #include "PlayerDialogs.h"
+#include "ReportGrid.h"
 #include "reports/ReportColumns.h"
 #include "reports/ReportFormats.h"
 #include "storage/Bytes.h"
 #include "storage/DiskError.h"
+#include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
 
 #include <QComboBox>
@@ -16,9 +19,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
-#include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -28,127 +29,6 @@ namespace scorvane {
 namespace {
 
 constexpr int kMultipleTeams = 0; // the team box's line for every marked team
-
-QPushButton* button(QWidget* parent, const char* name, const QString& text) {
-    auto* b = new QPushButton(text, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
-}
-
-QTableWidgetItem* cell(const QString& text, bool number, bool bold = false) {
-    auto* item = new QTableWidgetItem(text);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    item->setTextAlignment(Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft));
-    if (bold) {
-        QFont font = item->font();
-        font.setBold(true);
-        item->setFont(font);
-    }
-    return item;
-}
-
-// The report grid. Its first columns (the player's number and name, and the team on a report
-// over several teams) stay in view while the figures scroll sideways: a second view over the same
-// items and the same selection lies over the grid's left edge, shows only those columns and
-// scrolls up and down with the grid. The grid keeps the keyboard; the cell it moves to is scrolled
-// clear of the frozen columns.
-class FrozenColumnsGrid : public QTableWidget {
-public:
-    explicit FrozenColumnsGrid(QWidget* parent) : QTableWidget(parent) {
-        setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-        frozen_ = new QTableView(this);
-        frozen_->setObjectName(QStringLiteral("grdStatsFrozen"));
-        frozen_->setModel(model());
-        frozen_->setSelectionModel(selectionModel());
-        frozen_->setFocusPolicy(Qt::NoFocus);
-        frozen_->setFrameShape(QFrame::NoFrame);
-        frozen_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-        frozen_->setSelectionBehavior(QAbstractItemView::SelectRows);
-        frozen_->setSelectionMode(QAbstractItemView::SingleSelection);
-        frozen_->setWordWrap(false);
-        frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        frozen_->verticalHeader()->hide();
-        frozen_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-        frozen_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-        frozen_->horizontalHeader()->setSectionsClickable(false);
-        frozen_->horizontalHeader()->setHighlightSections(false);
-        frozen_->hide();
-        viewport()->stackUnder(frozen_);
-        connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { layoutFrozen(); });
-        connect(verticalScrollBar(), &QAbstractSlider::valueChanged, frozen_->verticalScrollBar(),
-                &QAbstractSlider::setValue);
-        connect(frozen_->verticalScrollBar(), &QAbstractSlider::valueChanged, verticalScrollBar(),
-                &QAbstractSlider::setValue);
-    }
-
-    // How many columns from the left stay in view; 0 lets every column scroll.
-    void freezeColumns(int count) {
-        frozenCount_ = count;
-        layoutFrozen();
-    }
-
-    // The width of a column's widest item.
-    int contentsWidth(int column) const { return sizeHintForColumn(column); }
-
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override {
-        if (frozenCount_ == 0 || !index.isValid()) {
-            QTableWidget::scrollTo(index, hint);
-            return;
-        }
-        QScrollBar* sideways = horizontalScrollBar();
-        const int kept = sideways->value();
-        QTableWidget::scrollTo(index, hint);
-        if (index.column() < frozenCount_) {
-            sideways->setValue(kept); // always in view: only the rows scroll
-            return;
-        }
-        const int covered = frozenWidth() - visualRect(index).left();
-        if (covered > 0)
-            sideways->setValue(sideways->value() - covered);
-    }
-
-protected:
-    void updateGeometries() override {
-        QTableWidget::updateGeometries();
-        layoutFrozen();
-    }
-    void resizeEvent(QResizeEvent* event) override {
-        QTableWidget::resizeEvent(event);
-        layoutFrozen();
-    }
-
-private:
-    int frozenWidth() const {
-        int width = 0;
-        for (int c = 0; c < std::min(frozenCount_, columnCount()); ++c)
-            width += columnWidth(c);
-        return width;
-    }
-
-    void layoutFrozen() {
-        if (!frozen_)
-            return; // the grid's own set-up, before the frozen view is there
-        if (frozenCount_ == 0 || columnCount() == 0) {
-            frozen_->hide();
-            return;
-        }
-        for (int c = 0; c < columnCount(); ++c) {
-            frozen_->setColumnHidden(c, c >= frozenCount_);
-            if (c < frozenCount_)
-                frozen_->setColumnWidth(c, columnWidth(c));
-        }
-        frozen_->verticalHeader()->setDefaultSectionSize(verticalHeader()->defaultSectionSize());
-        frozen_->horizontalHeader()->setFixedHeight(horizontalHeader()->height());
-        frozen_->setGeometry(viewport()->x(), horizontalHeader()->y(), frozenWidth(),
-                             horizontalHeader()->height() + viewport()->height());
-        frozen_->verticalScrollBar()->setValue(verticalScrollBar()->value());
-        frozen_->show();
-    }
-
-    QTableView* frozen_ = nullptr;
-    int frozenCount_ = 0;
-};
 
 QString windowTitleOf(char category, const std::vector<TeamSeason>& seasons) {
     return fromUtf8(std::string(reportTitle(category))) + QStringLiteral(" - ") +
@@ -170,10 +50,7 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
         (void)viewTeamSeason(context_.files, team, seasons_[team]);
     }
 
-    categories_ = new QComboBox(this);
-    categories_->setObjectName(QStringLiteral("cboCategory"));
-    for (char letter : kCategoryLetters)
-        categories_->addItem(fromUtf8(std::string(reportTitle(letter))), QChar::fromLatin1(letter));
+    categories_ = categoryBox(this);
     categories_->setCurrentIndex(std::max(0, categoryIndex(category_)));
 
     teamBox_ = new QComboBox(this);
@@ -187,44 +64,28 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
     for (int team : teams_)
         teamBox_->addItem(fromFileText(seasons_[team].name), team);
 
-    title_ = new QLabel(this);
-    title_->setObjectName(QStringLiteral("lblTitle"));
-    QFont bold = title_->font();
-    bold.setBold(true);
-    bold.setPointSizeF(bold.pointSizeF() * 1.2);
-    title_->setFont(bold);
+    title_ = reportTitleLabel(this);
     selection_ = new QLabel(this);
     selection_->setObjectName(QStringLiteral("lblSelection"));
 
-    grid_ = new FrozenColumnsGrid(this);
+    grid_ = new FrozenColumnsGrid(this, "grdStatsFrozen");
     grid_->setObjectName(QStringLiteral("grdStats"));
-    grid_->setFont(reportScreenFont());
-    grid_->horizontalHeader()->setFont(reportScreenFont());
-    grid_->verticalHeader()->hide();
-    grid_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grid_->verticalHeader()->setDefaultSectionSize(QFontMetrics(grid_->font()).height() + 6);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setSelectionMode(QAbstractItemView::SingleSelection);
-    grid_->setWordWrap(false);
-    grid_->horizontalHeader()->setSectionsClickable(true);
-    grid_->horizontalHeader()->setHighlightSections(false);
-    grid_->horizontalHeader()->setToolTip(QStringLiteral("Click a column to sort by it"));
+    setUpReportGrid(grid_, true);
     connect(grid_->horizontalHeader(), &QHeaderView::sectionClicked, this,
             &StatsDialog::headingClicked);
 
-    auto* compute = button(this, "cmdCompute", QStringLiteral("&Compute..."));
-    auto* format = button(this, "cmdFormat", QStringLiteral("&Format..."));
-    auto* sort = button(this, "cmdSort", QStringLiteral("&Sort..."));
-    auto* minimum = button(this, "cmdMin", QStringLiteral("&Minimum..."));
-    auto* player = button(this, "cmdPlayer", QStringLiteral("&Player..."));
-    auto* team = button(this, "cmdTeam", QStringLiteral("&Team"));
-    auto* gameLog = button(this, "cmdGameLog", QStringLiteral("Game &Log..."));
+    auto* compute = namedButton(this, "cmdCompute", QStringLiteral("&Compute..."));
+    auto* format = namedButton(this, "cmdFormat", QStringLiteral("&Format..."));
+    auto* sort = namedButton(this, "cmdSort", QStringLiteral("&Sort..."));
+    auto* minimum = namedButton(this, "cmdMin", QStringLiteral("&Minimum..."));
+    auto* player = namedButton(this, "cmdPlayer", QStringLiteral("&Player..."));
+    auto* team = namedButton(this, "cmdTeam", QStringLiteral("&Team"));
+    auto* gameLog = namedButton(this, "cmdGameLog", QStringLiteral("Game &Log..."));
     gameLog->setToolTip(QStringLiteral("The chosen player's line game by game, with a chart"));
     team->setToolTip(QStringLiteral("Report on every player again"));
-    export_ = button(this, "cmdExport", QStringLiteral("E&xport..."));
-    print_ = button(this, "cmdPrint", QStringLiteral("P&rint..."));
-    auto* exit = button(this, "cmdExit", QStringLiteral("&Exit"));
+    export_ = namedButton(this, "cmdExport", QStringLiteral("E&xport..."));
+    print_ = namedButton(this, "cmdPrint", QStringLiteral("P&rint..."));
+    auto* exit = namedButton(this, "cmdExit", QStringLiteral("&Exit"));
     connect(compute, &QPushButton::clicked, this, &StatsDialog::openCompute);
     connect(format, &QPushButton::clicked, this, &StatsDialog::openFormat);
     connect(sort, &QPushButton::clicked, this, &StatsDialog::openSort);
@@ -236,10 +97,8 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
     connect(print_, &QPushButton::clicked, this, &StatsDialog::print);
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
 
-    auto* categoryLabel = new QLabel(QStringLiteral("Categor&y:"), this);
-    categoryLabel->setBuddy(categories_);
-    auto* teamLabel = new QLabel(QStringLiteral("Te&ams:"), this);
-    teamLabel->setBuddy(teamBox_);
+    auto* categoryLabel = labelFor(categories_, QStringLiteral("Categor&y:"));
+    auto* teamLabel = labelFor(teamBox_, QStringLiteral("Te&ams:"));
     auto* top = new QHBoxLayout;
     top->addWidget(categoryLabel);
     top->addWidget(categories_);
@@ -247,44 +106,20 @@ StatsDialog::StatsDialog(ReportContext& context, char category, std::vector<int>
     top->addWidget(teamLabel);
     top->addWidget(teamBox_, 1);
 
-    auto* buttons = new QHBoxLayout;
-    const std::vector<QPushButton*> order = {compute, format,  sort,    minimum, player,
-                                             team,    gameLog, export_, print_,  exit};
-    for (QPushButton* b : order) {
-        if (b == export_)
-            buttons->addStretch(1);
-        buttons->addWidget(b);
-    }
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addSpacing(6);
-    layout->addWidget(title_);
-    layout->addWidget(selection_);
-    layout->addWidget(grid_, 1);
-    layout->addLayout(buttons);
-
-    setTabOrder(categories_, teamBox_);
-    setTabOrder(teamBox_, grid_);
-    setTabOrder(grid_, order.front());
-    for (std::size_t i = 1; i < order.size(); ++i)
-        setTabOrder(order[i - 1], order[i]);
+    const std::vector<QWidget*> order = {compute, format,  sort,    minimum, player,
+                                         team,    gameLog, export_, print_,  exit};
+    auto* layout =
+        reportScreenLayout(this, top, title_, selection_, grid_, buttonRow(order, export_));
+    std::vector<QWidget*> tabs = {categories_, teamBox_, grid_};
+    tabs.insert(tabs.end(), order.begin(), order.end());
+    chainTabOrder(tabs);
 
     loadFormat();
     this->compute();
     connect(categories_, &QComboBox::currentIndexChanged, this, &StatsDialog::categoryChosen);
     connect(teamBox_, &QComboBox::currentIndexChanged, this, &StatsDialog::teamsChosen);
 
-    // Wide enough for the report's columns and a scroll bar beside them, as far as the screen
-    // allows.
-    const QMargins margins = layout->contentsMargins();
-    int width = margins.left() + margins.right() + 2 * grid_->frameWidth() +
-                grid_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, grid_) + 4;
-    for (int c = 0; c < grid_->columnCount(); ++c)
-        width += grid_->columnWidth(c);
-    const QScreen* screen = this->screen();
-    const int widest = screen ? screen->availableGeometry().width() - 40 : 1200;
-    resize(std::clamp(width, sizeHint().width(), std::max(widest, 640)), 560);
+    fitScreenToGrid(this, layout, grid_, 560);
     grid_->setFocus();
 }
 
@@ -355,20 +190,12 @@ StatisticsDocument StatsDialog::document() const {
 }
 
 void StatsDialog::showHeadings() {
-    const ColumnTable& table = context_.session.columns;
     QStringList headings = {QStringLiteral("No"), QStringLiteral("Name")};
     if (report_.multipleTeams)
         headings << QStringLiteral("Team");
-    for (int code : columns_)
-        headings << columnCaption(category_, code, table);
-    grid_->clear();
-    grid_->clearSpans();
-    grid_->setColumnCount(static_cast<int>(headings.size()));
-    grid_->setHorizontalHeaderLabels(headings);
-    const int lead = report_.multipleTeams ? 3 : 2;
-    for (int c = 0; c < grid_->columnCount(); ++c)
-        grid_->horizontalHeaderItem(c)->setTextAlignment(
-            Qt::AlignVCenter | (c == 0 || c >= lead ? Qt::AlignRight : Qt::AlignLeft));
+    setReportHeadings(grid_, headings,
+                      report_.multipleTeams ? std::vector<int>{1, 2} : std::vector<int>{1},
+                      category_, columns_, context_.session.columns);
 }
 
 void StatsDialog::showReport() {
@@ -385,23 +212,14 @@ void StatsDialog::showReport() {
     showHeadings();
     const int lead = report_.multipleTeams ? 3 : 2;
     auto fillRow = [&](int row, const PlayerFigures& f, bool totals) {
-        grid_->setItem(row, 0, cell(totals ? QString() : QString::number(f.number), true, totals));
-        grid_->setItem(row, 1,
-                       cell(totals ? QStringLiteral("Totals") : fromFileText(trimRight(f.name)),
-                            false, totals));
+        setNumberAndName(grid_, row, f, totals);
         if (report_.multipleTeams)
-            grid_->setItem(row, 2, cell(totals ? QString() : fromFileText(f.teamShortName), false));
-        int c = lead;
-        for (int code : columns_)
-            grid_->setItem(
-                row, c++,
-                cell(fromFileText(trim(figureText(category_, code, f[code]))), true, totals));
+            grid_->setItem(row, 2,
+                           reportCell(totals ? QString() : fromFileText(f.teamShortName), false));
+        setFigureCells(grid_, row, lead, category_, columns_, f, totals);
     };
     if (report_.empty()) {
-        grid_->setRowCount(1);
-        grid_->setItem(0, 0, cell(QString(), true));
-        grid_->setItem(0, 1, cell(fromUtf8(d.emptyText), false));
-        grid_->setSpan(0, 1, 1, grid_->columnCount() - 1);
+        showEmptyReport(grid_, d.emptyText);
     } else {
         const int players = static_cast<int>(report_.players.size());
         grid_->setRowCount(players + 1);
@@ -409,28 +227,12 @@ void StatsDialog::showReport() {
             fillRow(row, report_.players[static_cast<std::size_t>(row)], false);
         fillRow(players, report_.totals, true);
     }
-    // Each column as wide as its heading or its widest figure, whichever is wider. The header
-    // leaves room for a sort arrow beside every heading while the arrow is shown, so the headings
-    // are measured without it and only the sorted column gets that room.
     auto* grid = static_cast<FrozenColumnsGrid*>(grid_);
-    QHeaderView* header = grid_->horizontalHeader();
-    header->setSortIndicatorShown(false);
-    std::vector<int> widths;
-    for (int c = 0; c < grid_->columnCount(); ++c)
-        widths.push_back(std::max(header->sectionSizeHint(c), grid->contentsWidth(c)));
     const SortSetting sort = currentSort();
     const auto at = std::find(columns_.begin(), columns_.end(), int(sort.column));
-    if (at != columns_.end()) {
-        // The order itself is handed over; the style draws the arrow its own way for it.
-        const int sorted = lead + static_cast<int>(at - columns_.begin());
-        header->setSortIndicator(sorted,
-                                 sort.direction == 'D' ? Qt::DescendingOrder : Qt::AscendingOrder);
-        header->setSortIndicatorShown(true);
-        auto& width = widths[static_cast<std::size_t>(sorted)];
-        width = std::max(width, header->sectionSizeHint(sorted));
-    }
-    for (int c = 0; c < grid_->columnCount(); ++c)
-        grid_->setColumnWidth(c, widths[static_cast<std::size_t>(c)]);
+    fitReportColumns(grid,
+                     at == columns_.end() ? -1 : lead + static_cast<int>(at - columns_.begin()),
+                     sort.direction);
     // The number and name stay in view while the figures scroll sideways.
     grid->freezeColumns(report_.empty() ? 0 : lead);
 
@@ -445,10 +247,7 @@ void StatsDialog::headingClicked(int section) {
     if (index < 0 || index >= static_cast<int>(columns_.size()))
         return;
     const int code = columns_[static_cast<std::size_t>(index)];
-    SortSetting sort = currentSort();
-    // The sorted column again turns the order round; another column sorts greatest first.
-    sort.direction = sort.column == code && sort.direction == 'D' ? 'A' : 'D';
-    sort.column = static_cast<std::int16_t>(code);
+    const SortSetting sort = clickedSort(currentSort(), code);
     if (const int k = categoryIndex(category_); k >= 0)
         context_.sort[static_cast<std::size_t>(k)] = sort;
     applySort();

@@ -7,6 +7,7 @@
 #include "reports/ReportColumns.h"
 #include "storage/Bytes.h"
 #include "storage/DiskError.h"
+#include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
 
 #include <QComboBox>
@@ -19,15 +20,6 @@
 #include <QVBoxLayout>
 
 namespace scorvane {
-namespace {
-
-QPushButton* button(QWidget* parent, const char* name, const QString& text) {
-    auto* b = new QPushButton(text, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
-}
-
-} // namespace
 
 // --- the table on screen --------------------------------------------------------------------
 
@@ -50,12 +42,12 @@ TableReportDialog::TableReportDialog(ReportContext& context, const char* objectN
 }
 
 void TableReportDialog::finish(bool withChart) {
-    auto* compute = button(this, "cmdCompute", QStringLiteral("&Compute..."));
-    chart_ = button(this, "cmdChart", QStringLiteral("C&hart..."));
+    auto* compute = namedButton(this, "cmdCompute", QStringLiteral("&Compute..."));
+    chart_ = namedButton(this, "cmdChart", QStringLiteral("C&hart..."));
     chart_->setVisible(withChart);
-    export_ = button(this, "cmdExport", QStringLiteral("E&xport..."));
-    print_ = button(this, "cmdPrint", QStringLiteral("&Print..."));
-    auto* exit = button(this, "cmdExit", QStringLiteral("&Exit"));
+    export_ = namedButton(this, "cmdExport", QStringLiteral("E&xport..."));
+    print_ = namedButton(this, "cmdPrint", QStringLiteral("&Print..."));
+    auto* exit = namedButton(this, "cmdExit", QStringLiteral("&Exit"));
     compute->setEnabled(selectionGames() != nullptr);
     connect(compute, &QPushButton::clicked, this, &TableReportDialog::openCompute);
     connect(chart_, &QPushButton::clicked, this, [this] { showChart(); });
@@ -63,18 +55,11 @@ void TableReportDialog::finish(bool withChart) {
     connect(print_, &QPushButton::clicked, this, &TableReportDialog::print);
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(compute);
-    buttons->addWidget(chart_);
-    buttons->addStretch(1);
-    buttons->addWidget(export_);
-    buttons->addWidget(print_);
-    buttons->addWidget(exit);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(options_);
     layout->addWidget(selection_);
     layout->addWidget(table_, 1);
-    layout->addLayout(buttons);
+    layout->addLayout(buttonRow({compute, chart_, export_, print_, exit}, export_));
     resize(900, 480);
     refresh();
     table_->setFocus();

@@ -1,11 +1,11 @@
 #include "TeamRecordDialog.h"
 
 #include "ComputeDialog.h"
+#include "ReportGrid.h"
 #include "storage/Bytes.h"
+#include "ui/DialogParts.h"
 #include "ui/TextCodec.h"
 
-#include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
@@ -14,16 +14,6 @@
 #include <algorithm>
 
 namespace scorvane {
-namespace {
-
-QPushButton* button(QWidget* parent, const char* name, const QString& text) {
-    auto* b = new QPushButton(text, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
-}
-
-} // namespace
-
 TeamRecordDialog::TeamRecordDialog(ReportContext& context, int team, QWidget* parent)
     : QDialog(parent), context_(context) {
     setObjectName(QStringLiteral("frmRecord"));
@@ -36,36 +26,22 @@ TeamRecordDialog::TeamRecordDialog(ReportContext& context, int team, QWidget* pa
     selection_->setObjectName(QStringLiteral("lblSelection"));
     table_ = new QTableWidget(this);
     table_->setObjectName(QStringLiteral("tblRecord"));
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(QFontMetrics(table_->font()).height() + 6);
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    setUpRowsGrid(table_);
 
-    auto* compute = button(this, "cmdCompute", QStringLiteral("&Compute..."));
-    export_ = button(this, "cmdExport", QStringLiteral("E&xport..."));
-    print_ = button(this, "cmdPrint", QStringLiteral("&Print..."));
-    auto* exit = button(this, "cmdExit", QStringLiteral("&Exit"));
+    auto* compute = namedButton(this, "cmdCompute", QStringLiteral("&Compute..."));
+    export_ = namedButton(this, "cmdExport", QStringLiteral("E&xport..."));
+    print_ = namedButton(this, "cmdPrint", QStringLiteral("&Print..."));
+    auto* exit = namedButton(this, "cmdExit", QStringLiteral("&Exit"));
     connect(compute, &QPushButton::clicked, this, &TeamRecordDialog::openCompute);
     connect(export_, &QPushButton::clicked, this, &TeamRecordDialog::exportRecord);
     connect(print_, &QPushButton::clicked, this, &TeamRecordDialog::print);
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(compute);
-    buttons->addStretch(1);
-    buttons->addWidget(export_);
-    buttons->addWidget(print_);
-    buttons->addWidget(exit);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(selection_);
     layout->addWidget(table_, 1);
-    layout->addLayout(buttons);
-    setTabOrder(table_, compute);
-    setTabOrder(compute, export_);
-    setTabOrder(export_, print_);
-    setTabOrder(print_, exit);
+    layout->addLayout(buttonRow({compute, export_, print_, exit}, export_));
+    chainTabOrder({table_, compute, export_, print_, exit});
     resize(620, 360);
 
     this->compute();
