@@ -105,11 +105,14 @@ qt_options=(
 )
 
 # The Qt folder's name: Qt's version, the compiler's and a hash of the options and the toolchain.
+# The checkout's own folder is left out of the hash (the toolchain's contents are in it), so every
+# checkout of the same sources shares one Qt; the program's build names its toolchain itself.
 qt_folder() {
     local version compiler hash
     version=$(upstream_version qt6-base)
     compiler=gcc-$($cxx -dumpfullversion)
-    hash=$( (printf '%s\n' "${qt_options[@]}"; cat "$repo/cmake/mingw-w64.cmake") | sha256sum | cut -c1-10)
+    hash=$( (printf '%s\n' "${qt_options[@]//"$repo"/<checkout>}"; cat "$repo/cmake/mingw-w64.cmake") |
+        sha256sum | cut -c1-10)
     echo "$cache/qt-$version-$compiler-$hash"
 }
 
