@@ -148,13 +148,15 @@ Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResul
     const GameResults::Change change = results.changeFor(records, index, game);
     if (!change.changed)
         return Status::ok();
-    // The new file: every record as it was but the game's rewritten ones, with the new records in
-    // one block before the insertion point, or at the end when it lies past the last record.
-    const auto insert = [&](Bytes& out) {
+    return files.rewriteAll(FileKind::Stats, resultsRewrite(change));
+}
+
+RecordRewrite resultsRewrite(const GameResults::Change& change) {
+    const auto insert = [&change](Bytes& out) {
         for (const Bytes& rec : change.inserted)
             out.insert(out.end(), rec.begin(), rec.end());
     };
-    return files.rewriteAll(FileKind::Stats, [&](ByteView piece, std::size_t first, Bytes& out) {
+    return [&change, insert](ByteView piece, std::size_t first, Bytes& out) {
         if (piece.empty() && static_cast<std::size_t>(change.insertionPoint) > first)
             insert(out); // `first` is the number of records in the file
         for (std::size_t at = 0; at + StatRecord::Length <= piece.size();
@@ -168,7 +170,7 @@ Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResul
                                      : piece.subspan(at, StatRecord::Length);
             out.insert(out.end(), rec.begin(), rec.end());
         }
-    });
+    };
 }
 
 } // namespace scorvane

@@ -66,6 +66,11 @@ private:
     std::array<std::array<CategoryResults, kCategoryCount>, kMaxPlayers + 1> players_{};
 };
 
+// The statistics file's rewrite that makes a change (see RecordRewrite): every record as it was
+// but the game's rewritten ones, with the new records in one block before the insertion point, or
+// at the end when it lies past the last record. It refers to `change`, which must outlive it.
+RecordRewrite resultsRewrite(const GameResults::Change& change);
+
 // Writes the results of the game: the indexing pass finds the game's records, and the statistics
 // file is replaced whole (crash-safe) in one pass that puts the rewritten and new records in
 // their places; the file is never held whole. Nothing is written when nothing differs.

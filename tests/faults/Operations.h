@@ -5,6 +5,8 @@
 // the process being killed.
 
 #include "entry/PlayerScreen.h"
+#include "exchange/GameExport.h"
+#include "exchange/GameImport.h"
 #include "games/GameList.h"
 #include "games/PlayerNumber.h"
 #include "games/Roster.h"
@@ -143,6 +145,35 @@ inline Status saveRoster(DataFiles& data, Prompter&) {
     return editor.save(files);
 }
 
+// A press-box file imported as a new game: the sample's game 2 exported, with a player of a number
+// the roster does not have, so that the games, the statistics and the roster change together.
+inline Status importPressBoxGame(DataFiles& data, Prompter&) {
+    TeamList teams;
+    if (Status s = teams.load(data); !s)
+        return s;
+    GameSide side;
+    if (Status s = readGameSide(data, teams, kTeam, 2, side); !s)
+        return s;
+    PressBoxRead read = readPressBox(pressBoxXml(side, nullptr));
+    if (!read.game)
+        return Status::error(ErrorKind::Unreadable, read.error);
+    const int ours = matchSide(*read.game, side.teamName).value_or(0);
+    int free = kMaxPlayers;
+    while (side.roster.inUse[static_cast<std::size_t>(free)])
+        --free;
+    PressBoxPlayer newcomer;
+    newcomer.name = "New, Kid";
+    newcomer.uni = digits(free);
+    newcomer.stats["rush"] = {{"att", "3"}, {"yds", "12"}};
+    read.game->teams[static_cast<std::size_t>(ours)].players.push_back(newcomer);
+    ImportBuild build = buildImport(*read.game, ours, side.roster);
+    if (!build.import)
+        return Status::error(ErrorKind::Unreadable, build.error);
+    TeamFiles files = data.team(kTeam);
+    int written = 0;
+    return writeImport(files, *build.import, {}, written);
+}
+
 inline void PrintTo(const Operation& op, std::ostream* out) {
     *out << op.name;
 }
@@ -167,6 +198,7 @@ inline std::vector<Operation> operations() {
          changeFirstPlayerNumber},
         // The roster first, then the player information (see RosterEditor::save).
         {"RosterSave", {"FBPN1.DAT", "FBPI1.DAT"}, false, saveRoster},
+        {"PressBoxImport", {"FBGS1.DAT", "FBPS1.DAT", "FBPN1.DAT"}, true, importPressBoxGame},
     };
 }
 
