@@ -24,6 +24,6 @@ cmake --build build-fuzz --parallel 2 --target fuzz_targets
 ctest --test-dir build-fuzz --output-on-failure --parallel 2 -R '^fuzz\.'
 
 step "Windows: the whole program and every test program, built with mingw-w64, run under wine"
-scripts/windows.sh deps qt qcustomplot program test
+scripts/windows.sh deps qt qcustomplot pugixml program test
 
 step "All done"

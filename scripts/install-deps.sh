@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev clang-format
-          libqcustomplot-dev libqt6opengl6-dev fonts-liberation xvfb xauth
+          libqcustomplot-dev libqt6opengl6-dev libpugixml-dev fonts-liberation xvfb xauth
           # Hardening: clang with its sanitizer and libFuzzer runtimes, the Windows cross-compiler,
           # GoogleTest's sources (built for Windows) and wine to run the Windows tests.
           clang libclang-rt-14-dev mingw-w64 googletest wine wine64)

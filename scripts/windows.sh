@@ -3,19 +3,20 @@
 #
 #   scripts/windows.sh [step...]
 #
-#   deps qt qcustomplot program test   (no step given: these five, as the test command runs them)
-#       packages; Qt and QCustomPlot for Windows; the program, scorvane-report and every test
-#       program in build-windows/bin; the whole suite under wine on a virtual display
-#   build          deps qt qcustomplot program
+#   deps qt qcustomplot pugixml program test   (no step given: these six, as the test command runs
+#       them) packages; Qt, QCustomPlot and pugixml for Windows; the program, scorvane-report and
+#       every test program in build-windows/bin; the whole suite under wine on a virtual display
+#   build          deps qt qcustomplot pugixml program
 #   installer      build, then build-windows/scorvane-<version>-setup.exe and -windows.zip
 #   try-installer  the installer under wine: silent install, a report, the main window, uninstall
 #   run            the program under wine
 #
-# Qt and QCustomPlot for Windows are built from Debian's own source packages (apt-get source,
-# Debian's patches applied) and kept in a cache outside the checkout, one folder per Qt version,
-# compiler version and set of configure options:
+# Qt, QCustomPlot and pugixml for Windows are built from Debian's own source packages (apt-get
+# source, Debian's patches applied) and kept in a cache outside the checkout, one folder per
+# version, compiler version and set of configure options:
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qt-<version>-<compiler>-<options hash>/
 #   ${XDG_CACHE_HOME:-~/.cache}/scorvane/qcustomplot-<version>-<same Qt folder name>/
+#   ${XDG_CACHE_HOME:-~/.cache}/scorvane/pugixml-<version>-<compiler>-<options hash>/
 # Sources are unpacked and built in work-<folder>/ beside them; a folder with its stamp file
 # ".complete" is used as it is, and the work folder is removed. Building Qt takes about 37 minutes on 2
 # cores; the cache holds about 90 MB. The program, the report command and every test program land in build-windows/bin/
@@ -172,6 +173,42 @@ qcustomplot() {
     rm -rf "$work"
 }
 
+# pugixml for Windows: a static library (nothing to bundle), built with our own toolchain alone,
+# since it needs no Qt. Its folder is named like Qt's, from its own options.
+pugixml_options=(
+    -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF -DPUGIXML_BUILD_TESTS=OFF
+    -DCMAKE_INSTALL_LIBDIR=lib -DCMAKE_TOOLCHAIN_FILE="$repo/cmake/mingw-w64.cmake"
+)
+
+pugixml_folder() {
+    local version compiler hash
+    version=$(upstream_version pugixml)
+    compiler=gcc-$($cxx -dumpfullversion)
+    hash=$( (printf '%s\n' "${pugixml_options[@]//"$repo"/<checkout>}"; cat "$repo/cmake/mingw-w64.cmake") |
+        sha256sum | cut -c1-10)
+    echo "$cache/pugixml-$version-$compiler-$hash"
+}
+
+pugixml() {
+    local prefix work src t
+    prefix=$(pugixml_folder)
+    if [ -f "$prefix/.complete" ]; then
+        step "pugixml for Windows: using $prefix"
+        return
+    fi
+    step "pugixml for Windows: building into $prefix"
+    work=$(dirname "$prefix")/work-$(basename "$prefix")
+    src=$(fetch_source pugixml "$work")
+    rm -rf "$prefix"
+    t=$SECONDS
+    cmake -S "$src" -B "$work/build" "${pugixml_options[@]}" -DCMAKE_INSTALL_PREFIX="$prefix"
+    cmake --build "$work/build" --parallel "$jobs"
+    cmake --install "$work/build"
+    echo "pugixml built and installed in $(( SECONDS - t )) s"
+    touch "$prefix/.complete"
+    rm -rf "$work"
+}
+
 # The folders the DLLs of a Windows build come from: Qt's, QCustomPlot's and the compiler's.
 dll_folders() {
     echo "$(qt_folder)/bin"
@@ -238,6 +275,7 @@ program() {
     mapfile -t toolchain < <(qt_toolchain)
     cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release "${toolchain[@]}" \
         -DQCustomPlotQt6_DIR="$qcp/lib/cmake/QCustomPlotQt6" \
+        -Dpugixml_DIR="$(pugixml_folder)/lib/cmake/pugixml" \
         -DSCORVANE_GTEST_SOURCE=/usr/src/googletest >/dev/null
     # The build runs scorvane-setup under wine, which keeps its own prefix in the build folder.
     export WINEPREFIX="$build/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -290,6 +328,7 @@ installer() {
     deps
     qt
     qcustomplot
+    pugixml
     program
     stage
     step "The installer and the portable zip"
@@ -386,15 +425,15 @@ run() {
         bash -c 'openbox >/dev/null 2>&1 & exec wine "$0"' "$build/bin/scorvane.exe"
 }
 
-[ $# -gt 0 ] || set -- deps qt qcustomplot program test
+[ $# -gt 0 ] || set -- deps qt qcustomplot pugixml program test
 for s in "$@"; do
     case $s in
-    build) deps; qt; qcustomplot; program ;;
-    deps | qt | qcustomplot | program | run | stage | installer) $s ;;
+    build) deps; qt; qcustomplot; pugixml; program ;;
+    deps | qt | qcustomplot | pugixml | program | run | stage | installer) $s ;;
     test) tests ;;
     try-installer) try_installer ;;
-    *) echo "Unknown step $s (deps qt qcustomplot program test run stage installer try-installer" \
-        "build)" >&2; exit 2 ;;
+    *) echo "Unknown step $s (deps qt qcustomplot pugixml program test run stage installer" \
+        "try-installer build)" >&2; exit 2 ;;
     esac
 done
 step "All done"
