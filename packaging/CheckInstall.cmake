@@ -12,6 +12,7 @@ endif()
 set(expected
     bin/scorvane
     bin/scorvane-report
+    bin/scorvane-import
     share/scorvane/BXFB.INI
     share/scorvane/sample-season/FBTEAMS.DAT
     share/scorvane/help/topic10.html

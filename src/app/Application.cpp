@@ -1,6 +1,7 @@
 #include "Application.h"
 
 #include "entry/ui/PlayerScreenDialog.h"
+#include "exchange/ui/ImportFileDialog.h"
 #include "games/ui/GameMenuDialog.h"
 #include "games/ui/NameYourOwnDialog.h"
 #include "games/ui/PlayerNumberDialog.h"
@@ -119,6 +120,9 @@ void Application::openGameList() {
                           team == gameTeam_ ? currentGame_ : 0, window_.get());
     dialog.setPlayerScreen(
         [this, team, &dialog](int game) { return openPlayerScreen(team, game, &dialog); });
+    dialog.setFileImport([this, team, &dialog](int selected) {
+        return importGameFromFile(files_, prompter_, teams_, team, selected, &dialog);
+    });
     dialog.exec();
     gameTeam_ = team;
     currentGame_ = dialog.currentGame();

@@ -9,6 +9,7 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <sstream>
 
 namespace scorvane {
@@ -21,14 +22,16 @@ std::size_t idx(int i) {
     return static_cast<std::size_t>(i);
 }
 
-// "MMDDYY" as the press box writes a date ("9/21/2019"); years 00-49 are 2000s.
+// "MMDDYY" as the press box writes a date ("9/21/2019"); years 00-49 are 2000s. A date that is
+// not six digits is left out.
 std::string pressBoxDate(const std::string& date) {
-    if (date.size() != 6 || date == "000000")
+    if (date.size() != 6 || date == "000000" ||
+        !std::all_of(date.begin(), date.end(), [](char c) { return c >= '0' && c <= '9'; }))
         return "";
-    const int month = std::stoi(date.substr(0, 2));
-    const int day = std::stoi(date.substr(2, 2));
-    const int year = std::stoi(date.substr(4, 2));
-    return digits(month) + "/" + digits(day) + "/" + digits(year < 50 ? 2000 + year : 1900 + year);
+    const auto two = [&](std::size_t at) { return (date[at] - '0') * 10 + (date[at + 1] - '0'); };
+    const int year = two(4);
+    return digits(two(0)) + "/" + digits(two(2)) + "/" +
+           digits(year < 50 ? 2000 + year : 1900 + year);
 }
 
 // A side's team id: its short name, upper case without spaces.

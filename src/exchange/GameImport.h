@@ -25,6 +25,7 @@ struct ImportedPlayer {
     std::string name;       // Windows-1252, as the file spells it (cut to the roster's 17)
     std::string rosterName; // the roster's name of the number, empty when the number is free
     bool onRoster = false;
+    bool add = true;                  // a number not on the roster is added with the file's name
     int line = 0;                     // of the player's element in the file
     std::array<bool, 6> categories{}; // recorded in passing, receiving ... returns
     // The file has his kicking (or returns) totals but no play by play for them: his per-play
@@ -69,8 +70,9 @@ std::string previewText(const GameImport& import);
 // replaced (its game record is kept as it is).
 struct ImportTarget {
     int replaceGame = 0; // 0: a new game
-    // Numbers not on the roster are added with the file's name; otherwise their results are still
-    // written under the number, as the player screen keeps results of a number that left.
+    // Numbers not on the roster are added with the file's name (those whose `add` is set);
+    // otherwise their results are still written under the number, as the player screen keeps
+    // results of a number that left the roster.
     bool addToRoster = true;
 };
 

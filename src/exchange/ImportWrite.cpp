@@ -133,14 +133,16 @@ Status writeImport(TeamFiles& files, const GameImport& import, const ImportTarge
     std::vector<std::pair<FileKind, std::vector<Bytes>>> whole;
     if (gamesChanged)
         whole.emplace_back(FileKind::Games, std::move(games));
-    if (target.addToRoster && std::any_of(import.players.begin(), import.players.end(),
-                                          [](const ImportedPlayer& p) { return !p.onRoster; })) {
+    const auto added = [&](const ImportedPlayer& p) {
+        return target.addToRoster && p.add && !p.onRoster;
+    };
+    if (std::any_of(import.players.begin(), import.players.end(), added)) {
         // The roster file is rewritten whole, in number order, with the new numbers in it.
         std::vector<Bytes> roster;
         if (Status s = files.readAll(FileKind::Roster, roster); !s)
             return s;
         for (const ImportedPlayer& p : import.players)
-            if (!p.onRoster) {
+            if (added(p)) {
                 RosterRecord r;
                 r.playerNumber = static_cast<std::int16_t>(p.number);
                 r.playerName = p.name;

@@ -363,6 +363,8 @@ std::string reportCommandUsage() {
            "       scorvane-report (--season DIR[:TEAM] ... | --seasons FILE) --record-book\n"
            "                       [--category L [--column CODE]] [--scope game|season|career]\n"
            "                       [--top N] [--format text|csv|html] [--output FILE]\n"
+           "       scorvane-report [--config DIR] [--data DIR] [--team N] --export-game N\n"
+           "                       --format fbxml|hstext [--output FILE]\n"
            "\n"
            "Categories: P passing, C receiving, R rushing, D defense, K kicking, T returns,\n"
            "E the team record, G the game scores (--short: one line a game), S the standings\n"
@@ -376,6 +378,10 @@ std::string reportCommandUsage() {
            "one player's seasons and his career line. --record-book: the best games, seasons\n"
            "and careers (top 10) of every category, or of --category, and the team's records.\n"
            "A season that cannot be read is named on standard error and left out (status 1).\n"
+           "--export-game: game N of the team (default 1) as a press-box XML file (fbxml,\n"
+           "with the opponent's side when the data directory has its game too) or as the\n"
+           "high-school stats site's import text (hstext, with the team's site ID); exit\n"
+           "status 0 done, 1 refused.\n"
            "Exit status: 0 done, 1 unreadable data or figures out of range, 2 bad arguments.\n";
 }
 

@@ -4,6 +4,7 @@
 #include "storage/FolderCopy.h"
 #include "storage/Platform.h"
 #include "storage/RecordFile.h"
+#include "storage/SiteId.h"
 
 #include <algorithm>
 #include <cctype>
@@ -30,10 +31,12 @@ std::string baseName(const std::string& path) {
 std::vector<std::pair<Folder, std::string>> candidateFiles(const DataPaths& paths) {
     std::vector<std::pair<Folder, std::string>> out;
     out.emplace_back(Folder::Data, fileName(FileKind::TeamList, paths, 0));
-    for (int team = 1; team <= kMaxTeams; ++team)
+    for (int team = 1; team <= kMaxTeams; ++team) {
         for (FileKind kind :
              {FileKind::Roster, FileKind::PlayerInfo, FileKind::Games, FileKind::Stats})
             out.emplace_back(Folder::Data, fileName(kind, paths, team));
+        out.emplace_back(Folder::Data, siteIdFileName(paths, team));
+    }
     out.emplace_back(Folder::Report, fileName(FileKind::ReportFormats, paths, 0));
     return out;
 }

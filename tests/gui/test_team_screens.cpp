@@ -126,10 +126,19 @@ private slots:
                   << box(d, "TxtShortTeamName")->text();
             box(d, "txtTeamName")->setText(montreal);
             box(d, "TxtShortTeamName")->clear();
+            // A site ID of the wrong length is refused and the dialog stays.
+            box(d, "txtSiteId")->setText(QStringLiteral("12345678-1234-1234-123456789012"));
+            press(d, "cmdOK");
+            QVERIFY(d->isVisible());
+            box(d, "txtSiteId")->setText(QStringLiteral(" 12345678-1234-1234-1234-56789012 "));
             press(d, "cmdOK");
         });
         s.command("mnuTeamName")->trigger();
         QCOMPARE(shown, QStringList({"Team Name", "Bears", "Bears"}));
+        QCOMPARE(s.prompter.shown.size(), std::size_t(1));
+        QVERIFY(s.prompter.shown[0].text.find("32 characters") != std::string::npos);
+        const std::string kept = "12345678-1234-1234-1234-56789012\r\n";
+        QCOMPARE(s.dir.read("FBSITE1.TXT"), Bytes(kept.begin(), kept.end()));
         QCOMPARE(s.team(1), fit("Montr\351al", 25) + fit("Montr\351al", 10)); // Windows-1252
         QCOMPARE(s.list()->item(0)->text(), montreal);
 
@@ -142,6 +151,7 @@ private slots:
         QCOMPARE(s.team(3), fit("Team 3", 25) + fit("Team 3", 10));
         QCOMPARE(s.list()->item(2)->text(), QStringLiteral("Team 3"));
         QCOMPARE(s.count(), QStringLiteral("2"));
+        QVERIFY(!s.dir.exists("FBSITE3.TXT")); // no ID typed: nothing written
     }
     void nameYourOwnFillsEmptyBoxesWithDefaults() {
         Season s;

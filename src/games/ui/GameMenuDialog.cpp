@@ -57,7 +57,17 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     modify_ = button("cmdModify", QStringLiteral("&Change"));
     players_ = button("cmdPlayers", QStringLiteral("&Players"));
     delete_ = button("cmdDelete", QStringLiteral("&Delete"));
+    importButton_ = button("cmdImportFile", QStringLiteral("Import from &File..."));
+    exportButton_ = button("cmdExport", QStringLiteral("E&xport..."));
     auto* close = button("cmdClose", QStringLiteral("C&lose"));
+    // Shown once the application hands the list an import and an export.
+    importButton_->hide();
+    exportButton_->hide();
+    connect(importButton_, &QPushButton::clicked, this, &GameMenuDialog::importFile);
+    connect(exportButton_, &QPushButton::clicked, this, [this] {
+        if (export_)
+            export_(selectedGame());
+    });
     // Enter on the list changes the selected game, as a double-click does.
     modify_->setDefault(true);
     // Players needs a player screen to open (see setPlayerScreen).
@@ -72,7 +82,7 @@ GameMenuDialog::GameMenuDialog(DataFiles& files, Prompter& prompter, const Confi
     connect(list_, &QListWidget::itemDoubleClicked, this, &GameMenuDialog::changeGame);
 
     auto* buttons = new QVBoxLayout;
-    for (QPushButton* b : {add_, insert_, modify_, players_, delete_})
+    for (QPushButton* b : {add_, insert_, modify_, players_, delete_, importButton_, exportButton_})
         buttons->addWidget(b);
     buttons->addStretch(1);
     buttons->addWidget(close);
@@ -107,7 +117,7 @@ void GameMenuDialog::showLines(const std::vector<std::string>& lines, int gameLi
     gameLines_ = gameLines;
     const bool any = gameLines_ > 0;
     list_->setEnabled(any);
-    for (QPushButton* b : {insert_, modify_, delete_})
+    for (QPushButton* b : {insert_, modify_, delete_, exportButton_})
         b->setEnabled(any);
     players_->setEnabled(any && openPlayers_);
     toggleMark_->setEnabled(any);
@@ -126,6 +136,28 @@ int GameMenuDialog::selectedGame() const {
 void GameMenuDialog::setPlayerScreen(PlayerScreenOpener open) {
     openPlayers_ = std::move(open);
     players_->setEnabled(openPlayers_ && gameLines_ > 0);
+}
+
+void GameMenuDialog::setFileImport(FileImporter import) {
+    importFile_ = std::move(import);
+    importButton_->setVisible(static_cast<bool>(importFile_));
+}
+
+void GameMenuDialog::setExport(GameExporter exporter) {
+    export_ = std::move(exporter);
+    exportButton_->setVisible(static_cast<bool>(export_));
+}
+
+void GameMenuDialog::importFile() {
+    if (!importFile_ || !importFile_(selectedGame()))
+        return;
+    // The imported game is the last one (or the one whose results were replaced): the list is read
+    // again with it selected.
+    const int count = games_.activeCount();
+    (void)games_.load(files_);
+    const int selected = selectedGame();
+    currentGame_ = games_.activeCount() > count ? games_.activeCount() : selected;
+    open();
 }
 
 void GameMenuDialog::openPlayers() {

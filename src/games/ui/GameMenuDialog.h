@@ -41,6 +41,14 @@ public:
     using PlayerScreenOpener = std::function<bool(int gameNumber)>;
     void setPlayerScreen(PlayerScreenOpener open);
 
+    // Imports a game from a file, given the game selected in the list (0 for none); returns true
+    // when the team's files changed. Without one, Import from File stays hidden.
+    using FileImporter = std::function<bool(int selectedGame)>;
+    void setFileImport(FileImporter import);
+    // Exports games to files, given the game selected in the list. Without one, Export is hidden.
+    using GameExporter = std::function<void(int selectedGame)>;
+    void setExport(GameExporter exporter);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -57,6 +65,7 @@ private:
     void changeGame();
     void deleteGame();
     void toggleMark();
+    void importFile();
 
     DataFiles& data_;
     TeamFiles files_;
@@ -68,6 +77,8 @@ private:
     GameList games_;
     int gameLines_ = 0;
     PlayerScreenOpener openPlayers_;
+    FileImporter importFile_;
+    GameExporter export_;
     QListWidget* list_ = nullptr;
     QAction* toggleMark_ = nullptr;
     QPushButton* add_ = nullptr;
@@ -75,6 +86,8 @@ private:
     QPushButton* modify_ = nullptr;
     QPushButton* players_ = nullptr;
     QPushButton* delete_ = nullptr;
+    QPushButton* importButton_ = nullptr;
+    QPushButton* exportButton_ = nullptr;
 };
 
 } // namespace scorvane
