@@ -184,73 +184,89 @@ float passerRating(long long att, long long cm, long long yds, long long td, lon
     return sum * 100.0f / 6.0f;
 }
 
-// The derived columns of a line, from its counts. Players keep Pts and Y@C in 16 bits; the
-// totals line in 32. A derived figure built on a figure out of range is out of range too.
-void derive(char category, PlayerFigures& f, long long puntYards, bool puntYardsOverflow,
-            bool totals) {
+// A derived figure of a line, from its counts. Players keep Pts and Y@C in 16 bits; the totals
+// line in 32. A derived figure built on a count out of the 32-bit range is out of range too.
+void deriveFigure(char category, int code, const LineSums& sums, bool totals, Figure& fig) {
     const long long low = totals ? kInt32Min : kInt16Min;
     const long long high = totals ? kInt32Max : kInt16Max;
-    auto v = [&](int code) { return f[code].value; };
+    auto v = [&](int c) { return sums.value[static_cast<std::size_t>(c)]; };
     auto bad = [&](std::initializer_list<int> codes) {
         for (int c : codes)
-            if (f[c].overflow)
+            if (!fits32(v(c)))
                 return true;
         return false;
     };
-    auto ratio = [&](int code, float value, std::initializer_list<int> from) {
-        f[code].ratio = value;
-        f[code].overflow = bad(from);
+    auto ratio = [&](float value, std::initializer_list<int> from) {
+        fig.ratio = value;
+        fig.overflow = bad(from);
     };
     // TD x 6 + XPt x 2, each product and the sum checked.
-    auto points = [&](int code, int td, int xpt) {
+    auto points = [&](int td, int xpt) {
         const long long six = v(td) * 6;
         const long long two = v(xpt) * 2;
         const long long sum = six + two;
-        f[code].value = sum;
-        f[code].overflow = bad({td, xpt}) || !fits(six, low, high) || !fits(two, low, high) ||
-                           !fits(sum, low, high);
+        fig.value = sum;
+        fig.overflow = bad({td, xpt}) || !fits(six, low, high) || !fits(two, low, high) ||
+                       !fits(sum, low, high);
     };
 
     switch (category) {
     case 'P': {
         using namespace pass;
-        ratio(Pct, quotient(v(Cm), v(Att), 100.0), {Cm, Att});
-        ratio(Avg, quotient(v(Yds), v(Cm)), {Yds, Cm});
-        ratio(Rtg, passerRating(v(Att), v(Cm), v(Yds), v(TD), v(Int)), {Att, Cm, Yds, TD, Int});
-        points(Pts, TD, XPt);
+        if (code == Pct)
+            ratio(quotient(v(Cm), v(Att), 100.0), {Cm, Att});
+        else if (code == Avg)
+            ratio(quotient(v(Yds), v(Cm)), {Yds, Cm});
+        else if (code == Rtg)
+            ratio(passerRating(v(Att), v(Cm), v(Yds), v(TD), v(Int)), {Att, Cm, Yds, TD, Int});
+        else if (code == Pts)
+            points(TD, XPt);
         break;
     }
     case 'C': {
         using namespace catching;
-        const long long atCatch = v(Yds) - v(YAC);
-        f[YatC].value = atCatch;
-        f[YatC].overflow = bad({Yds, YAC}) || !fits(atCatch, low, high);
-        ratio(Avg, quotient(v(Yds), v(Rec)), {Yds, Rec});
-        ratio(FDPct, quotient(v(FD), v(Rec)), {FD, Rec});
-        points(Pts, TD, XPt);
+        if (code == YatC) {
+            const long long atCatch = v(Yds) - v(YAC);
+            fig.value = atCatch;
+            fig.overflow = bad({Yds, YAC}) || !fits(atCatch, low, high);
+        } else if (code == Avg) {
+            ratio(quotient(v(Yds), v(Rec)), {Yds, Rec});
+        } else if (code == FDPct) {
+            ratio(quotient(v(FD), v(Rec)), {FD, Rec});
+        } else if (code == Pts) {
+            points(TD, XPt);
+        }
         break;
     }
     case 'R': {
         using namespace rush;
-        ratio(Avg, quotient(v(Yds), v(Rsh)), {Yds, Rsh});
-        points(Pts, TD, XPt);
+        if (code == Avg)
+            ratio(quotient(v(Yds), v(Rsh)), {Yds, Rsh});
+        else if (code == Pts)
+            points(TD, XPt);
         break;
     }
     case 'D': {
         using namespace defense;
-        const long long tackles = v(Sol) + v(Ast);
-        f[Tkl].value = tackles;
-        f[Tkl].overflow = bad({Sol, Ast}) || !fits32(tackles);
+        if (code == Tkl) {
+            const long long tackles = v(Sol) + v(Ast);
+            fig.value = tackles;
+            fig.overflow = bad({Sol, Ast}) || !fits32(tackles);
+        }
         break;
     }
     case 'K':
-        f[kicks::PAv].ratio = quotient(puntYards, v(kicks::Pnt));
-        f[kicks::PAv].overflow = puntYardsOverflow || bad({kicks::Pnt});
+        if (code == kicks::PAv) {
+            fig.ratio = quotient(sums.puntYards, v(kicks::Pnt));
+            fig.overflow = !fits32(sums.puntYards) || bad({kicks::Pnt});
+        }
         break;
     case 'T': {
         using namespace returns;
-        ratio(PAv, quotient(v(PYd), v(PRt)), {PYd, PRt});
-        ratio(KAv, quotient(v(KYd), v(KRt)), {KYd, KRt});
+        if (code == PAv)
+            ratio(quotient(v(PYd), v(PRt)), {PYd, PRt});
+        else if (code == KAv)
+            ratio(quotient(v(KYd), v(KRt)), {KYd, KRt});
         break;
     }
     default:
@@ -348,27 +364,42 @@ void CategoryRecords::add(ByteView record, LineSums& sums) const {
     }
 }
 
+namespace {
+
+// A figure of a line other than its games: a count, a made/attempted pair or a derived figure.
+void countedFigure(char category, int code, ColumnKind kind, const LineSums& sums, bool totals,
+                   Figure& fig) {
+    const auto c = static_cast<std::size_t>(code);
+    if (derivedKind(category, code, kind)) {
+        deriveFigure(category, code, sums, totals, fig);
+    } else if (kind == ColumnKind::MadeAttempted) {
+        fig.made = sums.made[c];
+        fig.attempted = sums.attempted[c];
+        fig.overflow = !fits32(fig.made) || !fits32(fig.attempted) || !fits32(fig.made * 100);
+    } else {
+        fig.value = sums.value[c];
+        fig.overflow = !fits32(fig.value);
+    }
+}
+
+} // namespace
+
 void lineFigures(char category, const LineSums& sums, long long games, bool totals,
                  PlayerFigures& f) {
     const int count = ColumnTable::columnCount(category);
     f[1].value = games;
     f[1].overflow = totals ? !fits32(games) : games > kInt16Max;
     const auto& kinds = columnKinds(category);
-    for (int code = 2; code <= count; ++code) {
-        const auto c = static_cast<std::size_t>(code);
-        if (derivedKind(category, code, kinds[c]))
-            continue;
-        Figure& fig = f[code];
-        if (kinds[c] == ColumnKind::MadeAttempted) {
-            fig.made = sums.made[c];
-            fig.attempted = sums.attempted[c];
-            fig.overflow = !fits32(fig.made) || !fits32(fig.attempted) || !fits32(fig.made * 100);
-        } else {
-            fig.value = sums.value[c];
-            fig.overflow = !fits32(fig.value);
-        }
-    }
-    derive(category, f, sums.puntYards, !fits32(sums.puntYards), totals);
+    for (int code = 2; code <= count; ++code)
+        countedFigure(category, code, kinds[static_cast<std::size_t>(code)], sums, totals, f[code]);
+}
+
+Figure lineFigure(char category, const LineSums& sums, int code, bool totals) {
+    Figure fig;
+    const ColumnKind kind = columnKind(category, code); // None past the category's columns
+    if (code > 1 && kind != ColumnKind::None)
+        countedFigure(category, code, kind, sums, totals, fig);
+    return fig;
 }
 
 bool PlayerFilter::lists(int teamNumber, int playerNumber, long long games) const {

@@ -123,6 +123,9 @@ private:
 // and Y@C in 16 bits, the totals line in 32.
 void lineFigures(char category, const LineSums& sums, long long games, bool totals,
                  PlayerFigures& f);
+// One figure of such a line other than its games (code 2 and up), exactly as lineFigures works it
+// out: a single game offered to the record book needs only the columns it is ranked by.
+Figure lineFigure(char category, const LineSums& sums, int code, bool totals);
 
 // Whether the column is worked out from other sums rather than summed itself.
 bool isDerived(char category, int code);

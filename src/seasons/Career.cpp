@@ -141,9 +141,11 @@ std::vector<std::vector<SeasonSums>> sumCategories(SeasonSet& set, const std::st
         };
 
         const Status read = team.stats.forEach([&](ByteView raw) {
+            const int slot = slotOf[static_cast<unsigned char>(StatHeader::categoryOf(raw))];
+            if (slot < 0)
+                return;
             const StatHeader h = StatHeader::decode(raw);
-            const int slot = slotOf[static_cast<unsigned char>(h.category)];
-            if (slot < 0 || !h.isLive() || !isPlayerNumber(h.playerNumber) || h.gameNumber < 0 ||
+            if (!h.isLive() || !isPlayerNumber(h.playerNumber) || h.gameNumber < 0 ||
                 !selected[static_cast<std::size_t>(h.gameNumber)] ||
                 !counted[static_cast<std::size_t>(h.playerNumber)])
                 return;

@@ -72,8 +72,6 @@ private:
     double last_ = 0;
 };
 
-// What a list ranks a figure by; nothing when the figure is no record: out of range, 0 or less, or
-// a ratio on fewer attempts than the minimum.
 // A ranked column as every performance is offered to it: worked out once, not at each of a
 // million single games.
 struct RankedColumn {
@@ -81,23 +79,24 @@ struct RankedColumn {
     ColumnKind kind = ColumnKind::None;
     int attempts = 0; // attemptsColumn
     RecordMinimum minimum;
+    // The column's figure is its sum as it is (a count, a longest gain, sacks): a single game whose
+    // sum is 0 or less, or below the list's last place, is turned away before any figure is made.
+    bool summed = false;
 };
 
-std::optional<double> recordKey(const RankedColumn& column, const PlayerFigures& f, int minimum) {
-    const Figure& figure = f[column.code];
+// What a list ranks a figure by; nothing when the figure is no record: out of range, 0 or less, or
+// a ratio on fewer attempts than the minimum. `tries` is the figure of the column's attempts column
+// (read only for a ratio or average column that has one).
+std::optional<double> recordKey(const RankedColumn& column, const Figure& figure,
+                                const Figure& tries, int minimum) {
     if (figure.overflow)
         return std::nullopt;
     switch (column.kind) {
     case ColumnKind::Ratio:
-    case ColumnKind::Average: {
-        const int attempts = column.attempts;
-        if (attempts > 0) {
-            const long long tries = f[attempts].value;
-            if (f[attempts].overflow || tries < std::max(minimum, 1))
-                return std::nullopt;
-        }
+    case ColumnKind::Average:
+        if (column.attempts > 0 && (tries.overflow || tries.value < std::max(minimum, 1)))
+            return std::nullopt;
         return static_cast<double>(figure.ratio);
-    }
     case ColumnKind::MadeAttempted:
         return figure.made > 0 ? std::optional<double>(static_cast<double>(figure.made))
                                : std::nullopt;
@@ -193,9 +192,11 @@ public:
                 std::none_of(columns_.begin(), columns_.end(),
                              [&](const RankedColumn& c) { return c.code == code; })) {
                 const auto it = options.minimums.find(code);
+                const ColumnKind kind = columnKind(category_, code);
                 columns_.push_back(
-                    {code, columnKind(category_, code), attemptsColumn(category_, code),
-                     it != options.minimums.end() ? it->second : defaultMinimum(category_, code)});
+                    {code, kind, attemptsColumn(category_, code),
+                     it != options.minimums.end() ? it->second : defaultMinimum(category_, code),
+                     kind != ColumnKind::MadeAttempted && !isDerived(category_, code)});
                 lists_.push_back(
                     {TopList(options.top), TopList(options.top), TopList(options.top)});
             }
@@ -203,16 +204,33 @@ public:
 
     void offerGame(const SeasonSet& set, std::size_t season, int number, int game,
                    const LineSums& performance) {
-        // Most single games make no list: that is told from the raw sums where a column's figure
-        // is its sum, before the whole line is worked out.
-        bool wanted = false;
-        for (std::size_t i = 0; i < columns_.size() && !wanted; ++i)
-            wanted = mayRank(columns_[i], lists_[i][0], performance);
-        if (!wanted)
-            return;
-        PlayerFigures f;
-        lineFigures(category_, performance, 1, false, f);
-        offer(RecordScope::Game, f, {0, {}, season, number, set.people.of(season, number), game});
+        // Only the ranked columns' figures of a single game are worked out, each as its line
+        // would have it; a ratio column's only when the game has its minimum of attempts.
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            const RankedColumn& column = columns_[i];
+            TopList& list = lists_[i][0];
+            const auto code = static_cast<std::size_t>(column.code);
+            if (column.summed && (performance.value[code] <= 0 ||
+                                  list.below(static_cast<double>(performance.value[code]))))
+                continue;
+            if (column.kind == ColumnKind::MadeAttempted &&
+                (performance.made[code] <= 0 ||
+                 list.below(static_cast<double>(performance.made[code]))))
+                continue;
+            const int minimum = column.minimum.game;
+            Figure tries;
+            if ((column.kind == ColumnKind::Ratio || column.kind == ColumnKind::Average) &&
+                column.attempts > 0) {
+                tries = lineFigure(category_, performance, column.attempts, false);
+                if (tries.overflow || tries.value < std::max(minimum, 1))
+                    continue;
+            }
+            const Figure figure = lineFigure(category_, performance, column.code, false);
+            const std::optional<double> key = recordKey(column, figure, tries, minimum);
+            if (!key || list.below(*key))
+                continue;
+            list.add({*key, figure, season, number, set.people.of(season, number), game});
+        }
     }
 
     RecordBook finish(const SeasonSet& set, const std::vector<SeasonSums>& sums) {
@@ -242,12 +260,61 @@ public:
         }
 
         // The name of a person: as spelt in the latest season he played; the roster's name for a
-        // performance of a season whose sums were not used.
+        // performance of a season whose sums were not used. Each name is worked out once and given
+        // its place in name order, so that thousands of games tied at the last place are sorted by
+        // a number rather than by comparing names.
+        std::vector<std::string> names;
+        std::vector<int> personName(static_cast<std::size_t>(set.people.count), -1);
+        std::vector<std::vector<int>> rosterName(set.seasons.size());
         const auto nameOf = [&](const Candidate& c) {
             const auto person = static_cast<std::size_t>(c.person);
-            return careerOf[person] ? careerName[person]
-                                    : trimRight(set.seasons[c.season].team.playerName(c.number));
+            int* id = &personName[person];
+            if (!careerOf[person]) {
+                std::vector<int>& roster = rosterName[c.season];
+                if (roster.empty())
+                    roster.assign(static_cast<std::size_t>(kMaxPlayers) + 1, -1);
+                id = &roster[static_cast<std::size_t>(c.number)];
+            }
+            if (*id < 0) {
+                *id = static_cast<int>(names.size());
+                names.push_back(careerOf[person]
+                                    ? careerName[person]
+                                    : trimRight(set.seasons[c.season].team.playerName(c.number)));
+            }
+            return *id;
         };
+        std::vector<std::vector<Candidate>> best;
+        std::vector<std::vector<int>> nameIds;
+        for (std::size_t i = 0; i < columns_.size(); ++i)
+            for (RecordScope scope : kScopes) {
+                best.push_back(lists_[i][static_cast<std::size_t>(scope)].take());
+                nameIds.emplace_back();
+                for (const Candidate& c : best.back())
+                    nameIds.back().push_back(nameOf(c));
+            }
+        std::vector<int> byName(names.size());
+        for (std::size_t k = 0; k < byName.size(); ++k)
+            byName[k] = static_cast<int>(k);
+        std::sort(byName.begin(), byName.end(), [&](int a, int b) {
+            return names[static_cast<std::size_t>(a)] < names[static_cast<std::size_t>(b)];
+        });
+        std::vector<int> namePlace(names.size()); // equal names share a place
+        for (std::size_t k = 0; k < byName.size(); ++k)
+            namePlace[static_cast<std::size_t>(byName[k])] =
+                k > 0 && names[static_cast<std::size_t>(byName[k])] ==
+                             names[static_cast<std::size_t>(byName[k - 1])]
+                    ? namePlace[static_cast<std::size_t>(byName[k - 1])]
+                    : static_cast<int>(k);
+
+        // A candidate as it is ordered: figure, name, season, game.
+        struct Placed {
+            double key;
+            int name;
+            std::size_t season;
+            int game;
+            std::size_t at; // in the list's candidates
+        };
+        std::size_t l = 0;
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             for (RecordScope scope : kScopes) {
                 RecordList list;
@@ -255,25 +322,34 @@ public:
                 list.scope = scope;
                 list.minimum =
                     columns_[i].attempts > 0 ? std::max(columns_[i].minimum.in(scope), 1) : 0;
-                std::vector<Candidate> best = lists_[i][static_cast<std::size_t>(scope)].take();
-                std::vector<std::pair<Candidate, std::string>> named;
-                for (const Candidate& c : best)
-                    named.emplace_back(c, nameOf(c));
-                std::stable_sort(named.begin(), named.end(), [](const auto& a, const auto& b) {
-                    if (a.first.key != b.first.key)
-                        return a.first.key > b.first.key;
-                    if (a.second != b.second)
-                        return a.second < b.second;
-                    return a.first.season != b.first.season ? a.first.season < b.first.season
-                                                            : a.first.game < b.first.game;
+                const std::vector<Candidate>& candidates = best[l];
+                const std::vector<int>& ids = nameIds[l];
+                ++l;
+                std::vector<Placed> placed;
+                placed.reserve(candidates.size());
+                for (std::size_t k = 0; k < candidates.size(); ++k) {
+                    const Candidate& c = candidates[k];
+                    placed.push_back(
+                        {c.key, namePlace[static_cast<std::size_t>(ids[k])], c.season, c.game, k});
+                }
+                // Entries equal in all four keep the order they were found in.
+                std::sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) {
+                    if (a.key != b.key)
+                        return a.key > b.key;
+                    if (a.name != b.name)
+                        return a.name < b.name;
+                    if (a.season != b.season)
+                        return a.season < b.season;
+                    return a.game != b.game ? a.game < b.game : a.at < b.at;
                 });
                 std::vector<int> ranks;
-                assignRanks(named, ranks, [](const auto& e) { return e.first.key; });
-                for (std::size_t k = 0; k < named.size(); ++k) {
-                    const Candidate& c = named[k].first;
-                    RecordEntry e;
+                assignRanks(placed, ranks, [](const Placed& e) { return e.key; });
+                list.entries.reserve(placed.size());
+                for (std::size_t k = 0; k < placed.size(); ++k) {
+                    const Candidate& c = candidates[placed[k].at];
+                    RecordEntry& e = list.entries.emplace_back();
                     e.rank = ranks[k];
-                    e.name = std::move(named[k].second);
+                    e.name = names[static_cast<std::size_t>(ids[placed[k].at])];
                     e.figure = c.figure;
                     if (scope == RecordScope::Career) {
                         const CareerLine* line = careerOf[static_cast<std::size_t>(c.person)];
@@ -283,12 +359,11 @@ public:
                     }
                     if (scope == RecordScope::Game) {
                         e.game = c.game;
-                        if (const GameRecord* g = gameOf(set, c.season, c.game)) {
-                            e.date = ShortDate(g->gameDate);
-                            e.opponent = trim(g->opponent);
+                        if (const GameText* g = gameOf(set, c.season, c.game)) {
+                            e.date = g->date;
+                            e.opponent = g->opponent;
                         }
                     }
-                    list.entries.push_back(std::move(e));
                 }
                 book.lists.push_back(std::move(list));
             }
@@ -297,55 +372,53 @@ public:
     }
 
 private:
-    // False only when the game's figure of the column surely cannot make its list.
-    bool mayRank(const RankedColumn& c, const TopList& list, const LineSums& sums) const {
-        const auto at = [](int code) { return static_cast<std::size_t>(code); };
-        switch (c.kind) {
-        case ColumnKind::Count:
-        case ColumnKind::Longest:
-        case ColumnKind::Sacks: {
-            if (isDerived(category_, c.code))
-                return true; // its sum is not kept: worked out with the whole line
-            const long long v = sums.value[at(c.code)];
-            return v > 0 && !list.below(static_cast<double>(v));
-        }
-        case ColumnKind::MadeAttempted: {
-            const long long made = sums.made[at(c.code)];
-            return made > 0 && !list.below(static_cast<double>(made));
-        }
-        case ColumnKind::Ratio:
-        case ColumnKind::Average:
-            return c.attempts == 0 ||
-                   sums.value[at(c.attempts)] >= std::max(c.minimum.in(RecordScope::Game), 1);
-        default:
-            return true;
-        }
-    }
+    // A game as a list shows it.
+    struct GameText {
+        const GameRecord* game = nullptr;
+        std::string date;     // "MM/DD/YY"
+        std::string opponent; // trimmed
+        bool made = false;    // date and opponent worked out
+    };
 
-    // A season's live game of that number, its games indexed at the first look: a long tie at the
-    // last place can list thousands of games.
-    const GameRecord* gameOf(const SeasonSet& set, std::size_t season, int number) {
-        if (games_.size() < set.seasons.size())
+    // A season's live game of that number, its games indexed at the first look and each one's
+    // texts worked out at its first: a long tie at the last place can list thousands of games,
+    // and the same game often stands in several lists.
+    const GameText* gameOf(const SeasonSet& set, std::size_t season, int number) {
+        if (games_.size() < set.seasons.size()) {
             games_.resize(set.seasons.size());
-        std::vector<const GameRecord*>& index = games_[season];
+            gameTexts_.resize(set.seasons.size());
+        }
+        std::vector<int>& index = games_[season];
+        std::vector<GameText>& texts = gameTexts_[season];
         if (index.empty()) {
             index.assign(static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()) + 1,
-                         nullptr);
+                         -1);
             for (const GameRecord& g : set.seasons[season].team.games)
                 if (g.isLive() && g.gameNumber >= 0 &&
-                    !index[static_cast<std::size_t>(g.gameNumber)])
-                    index[static_cast<std::size_t>(g.gameNumber)] = &g;
+                    index[static_cast<std::size_t>(g.gameNumber)] < 0) {
+                    index[static_cast<std::size_t>(g.gameNumber)] = static_cast<int>(texts.size());
+                    texts.push_back({&g, {}, {}, false});
+                }
         }
-        return number >= 0 && static_cast<std::size_t>(number) < index.size()
-                   ? index[static_cast<std::size_t>(number)]
-                   : nullptr;
+        if (number < 0 || static_cast<std::size_t>(number) >= index.size() ||
+            index[static_cast<std::size_t>(number)] < 0)
+            return nullptr;
+        GameText& text = texts[static_cast<std::size_t>(index[static_cast<std::size_t>(number)])];
+        if (!text.made) {
+            text.made = true;
+            text.date = ShortDate(text.game->gameDate);
+            text.opponent = trim(text.game->opponent);
+        }
+        return &text;
     }
 
     void offer(RecordScope scope, const PlayerFigures& f, Candidate c) {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            if (auto key = recordKey(columns_[i], f, columns_[i].minimum.in(scope))) {
+            const RankedColumn& column = columns_[i];
+            if (auto key = recordKey(column, f[column.code], f[column.attempts],
+                                     column.minimum.in(scope))) {
                 c.key = *key;
-                c.figure = f[columns_[i].code];
+                c.figure = f[column.code];
                 lists_[i][static_cast<std::size_t>(scope)].add(c);
             }
         }
@@ -353,8 +426,9 @@ private:
 
     char category_;
     std::vector<RankedColumn> columns_;
-    std::vector<std::array<TopList, 3>> lists_;         // [column][scope]
-    std::vector<std::vector<const GameRecord*>> games_; // by season and game number
+    std::vector<std::array<TopList, 3>> lists_;    // [column][scope]
+    std::vector<std::vector<int>> games_;          // by season and game number: in gameTexts_
+    std::vector<std::vector<GameText>> gameTexts_; // by season
 };
 
 } // namespace
@@ -399,8 +473,16 @@ std::vector<RecordBook> computeRecordBooks(SeasonSet& set,
 }
 
 TeamRecords computeTeamRecords(const SeasonSet& set, const Selection& selection, int top) {
+    // Each game's points are ranked first; dates and opponents are written out only for the games
+    // that make a list.
+    struct Played {
+        std::size_t season;
+        const GameRecord* game;
+        int scored;
+        int allowed;
+    };
     TeamRecords records;
-    std::vector<TeamGameEntry> games;
+    std::vector<Played> games;
     std::vector<StreakEntry> streaks;
     StreakEntry running;
     const auto endStreak = [&] {
@@ -408,28 +490,29 @@ TeamRecords computeTeamRecords(const SeasonSet& set, const Selection& selection,
             streaks.push_back(running);
         running = {};
     };
-    for (const OpenSeason& season : set.seasons) {
-        std::vector<GameRecord> played;
+    std::vector<const GameRecord*> played;
+    for (std::size_t s = 0; s < set.seasons.size(); ++s) {
+        const OpenSeason& season = set.seasons[s];
+        played.clear();
         for (const GameRecord& g : season.team.games)
             if (selection.countsGame(g))
-                played.push_back(g);
+                played.push_back(&g);
         std::stable_sort(
             played.begin(), played.end(),
-            [](const GameRecord& a, const GameRecord& b) { return a.gameNumber < b.gameNumber; });
-        for (const GameRecord& g : played) {
-            const std::optional<PointSums> points = g.pointSums();
+            [](const GameRecord* a, const GameRecord* b) { return a->gameNumber < b->gameNumber; });
+        for (const GameRecord* g : played) {
+            const std::optional<PointSums> points = g->pointSums();
             if (!points)
                 continue;
-            games.push_back({0, season.label, g.gameNumber, ShortDate(g.gameDate), trim(g.opponent),
-                             points->team, points->opponent});
+            games.push_back({s, g, points->team, points->opponent});
             if (points->team > points->opponent) {
                 if (running.wins == 0) {
                     running.fromSeason = season.label;
-                    running.fromGame = g.gameNumber;
+                    running.fromGame = g->gameNumber;
                 }
                 ++running.wins;
                 running.toSeason = season.label;
-                running.toGame = g.gameNumber;
+                running.toGame = g->gameNumber;
             } else {
                 endStreak();
             }
@@ -437,32 +520,43 @@ TeamRecords computeTeamRecords(const SeasonSet& set, const Selection& selection,
     }
     endStreak();
 
-    const auto limit = [&](auto& entries, const std::vector<int>& ranks) {
+    std::vector<int> ranks;
+    const auto limit = [&](auto& entries) {
         std::size_t keep = 0;
         while (keep < entries.size() && ranks[keep] <= top)
             ++keep;
         entries.resize(keep);
-        for (std::size_t i = 0; i < entries.size(); ++i)
-            entries[i].rank = ranks[i];
     };
-    std::vector<int> ranks;
-    records.mostScored = games;
-    std::stable_sort(
-        records.mostScored.begin(), records.mostScored.end(),
-        [](const TeamGameEntry& a, const TeamGameEntry& b) { return a.scored > b.scored; });
-    assignRanks(records.mostScored, ranks, [](const TeamGameEntry& e) { return e.scored; });
-    limit(records.mostScored, ranks);
-    records.fewestAllowed = games;
-    std::stable_sort(
-        records.fewestAllowed.begin(), records.fewestAllowed.end(),
-        [](const TeamGameEntry& a, const TeamGameEntry& b) { return a.allowed < b.allowed; });
-    assignRanks(records.fewestAllowed, ranks, [](const TeamGameEntry& e) { return e.allowed; });
-    limit(records.fewestAllowed, ranks);
+    const auto listed = [&](const std::vector<Played>& ranked) {
+        std::vector<TeamGameEntry> entries;
+        entries.reserve(ranked.size());
+        for (std::size_t i = 0; i < ranked.size(); ++i) {
+            const Played& p = ranked[i];
+            entries.push_back({ranks[i], set.seasons[p.season].label, p.game->gameNumber,
+                               ShortDate(p.game->gameDate), trim(p.game->opponent), p.scored,
+                               p.allowed});
+        }
+        return entries;
+    };
+    std::vector<Played> most = games;
+    std::stable_sort(most.begin(), most.end(),
+                     [](const Played& a, const Played& b) { return a.scored > b.scored; });
+    assignRanks(most, ranks, [](const Played& e) { return e.scored; });
+    limit(most);
+    records.mostScored = listed(most);
+    std::vector<Played> fewest = std::move(games);
+    std::stable_sort(fewest.begin(), fewest.end(),
+                     [](const Played& a, const Played& b) { return a.allowed < b.allowed; });
+    assignRanks(fewest, ranks, [](const Played& e) { return e.allowed; });
+    limit(fewest);
+    records.fewestAllowed = listed(fewest);
     records.streaks = streaks;
     std::stable_sort(records.streaks.begin(), records.streaks.end(),
                      [](const StreakEntry& a, const StreakEntry& b) { return a.wins > b.wins; });
     assignRanks(records.streaks, ranks, [](const StreakEntry& e) { return e.wins; });
-    limit(records.streaks, ranks);
+    limit(records.streaks);
+    for (std::size_t i = 0; i < records.streaks.size(); ++i)
+        records.streaks[i].rank = ranks[i];
     return records;
 }
 

@@ -128,6 +128,11 @@ struct StatHeader {
     // Writes the header over the first 8 bytes of a record (a whole Bytes, or one inside a buffer).
     void encodeInto(std::span<std::uint8_t> rec) const;
     static StatHeader decode(ByteView bytes);
+    // The category letter alone, as decode reads it: a pass over one category passes the others'
+    // records by without decoding them.
+    static char categoryOf(ByteView bytes) {
+        return bytes.size() > 4 ? static_cast<char>(bytes[4]) : decode(bytes).category;
+    }
     // The header of the record that starts at `offset` of a buffer of many records.
     static StatHeader decodeAt(ByteView buffer, std::size_t offset);
 };

@@ -333,3 +333,34 @@ TEST(Statistics, DamagedRecordsAreSkipped) {
     EXPECT_EQ(text(k, k.players.at(0), 11), "1/1 100.0%");
     EXPECT_TRUE(ComputeStatistics('X', {b.season}, Selection{}).empty());
 }
+
+// The record book works out a single game's ranked figures one at a time: each must be exactly the
+// figure of the whole line, counts and derived columns alike, in range or not, on a player's line
+// and on the totals line.
+TEST(Statistics, OneFigureIsTheWholeLinesFigure) {
+    const std::vector<long long> values = {7, 0, -3, 40, 2147483648LL, 1, 32767, 9, 5000};
+    for (char category : std::string("PCRDKT"))
+        for (std::size_t shift = 0; shift < values.size(); ++shift) {
+            LineSums sums;
+            for (int code = 2; code <= kMaxColumnCode; ++code) {
+                const auto c = static_cast<std::size_t>(code);
+                sums.value[c] = values[(c + shift) % values.size()];
+                sums.made[c] = values[(c + shift + 1) % values.size()];
+                sums.attempted[c] = values[(c + shift + 2) % values.size()];
+            }
+            sums.puntYards = values[shift];
+            for (bool totals : {false, true}) {
+                PlayerFigures line;
+                lineFigures(category, sums, 3, totals, line);
+                for (int code = 2; code <= ColumnTable::columnCount(category); ++code) {
+                    const Figure one = lineFigure(category, sums, code, totals);
+                    SCOPED_TRACE(std::string(1, category) + " column " + std::to_string(code));
+                    EXPECT_EQ(one.value, line[code].value);
+                    EXPECT_EQ(one.ratio, line[code].ratio);
+                    EXPECT_EQ(one.made, line[code].made);
+                    EXPECT_EQ(one.attempted, line[code].attempted);
+                    EXPECT_EQ(one.overflow, line[code].overflow);
+                }
+            }
+        }
+}
