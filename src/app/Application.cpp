@@ -1,6 +1,7 @@
 #include "Application.h"
 
 #include "entry/ui/PlayerScreenDialog.h"
+#include "exchange/ui/ExportGamesDialog.h"
 #include "exchange/ui/ImportFileDialog.h"
 #include "games/ui/GameMenuDialog.h"
 #include "games/ui/NameYourOwnDialog.h"
@@ -122,6 +123,11 @@ void Application::openGameList() {
         [this, team, &dialog](int game) { return openPlayerScreen(team, game, &dialog); });
     dialog.setFileImport([this, team, &dialog](int selected) {
         return importGameFromFile(files_, prompter_, teams_, team, selected, &dialog);
+    });
+    dialog.setExport([this, team, &dialog](int selected) {
+        ExportGamesDialog exportDialog(files_, prompter_, teams_, team, session_.config, selected,
+                                       &dialog);
+        exportDialog.exec();
     });
     dialog.exec();
     gameTeam_ = team;

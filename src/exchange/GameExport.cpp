@@ -34,12 +34,15 @@ std::string pressBoxDate(const std::string& date) {
            digits(year < 50 ? 2000 + year : 1900 + year);
 }
 
-// A side's team id: its short name, upper case without spaces.
+// A side's team id: the letters and digits of its name, upper case ("RIVERSIDEHAWKS").
 std::string teamId(const std::string& name) {
     std::string id;
-    for (char c : cp1252ToUtf8(trim(name)))
-        if (c != ' ')
-            id += (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+    for (char c : name) {
+        if (c >= 'a' && c <= 'z')
+            id += static_cast<char>(c - 'a' + 'A');
+        else if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'))
+            id += c;
+    }
     return id;
 }
 
@@ -138,8 +141,8 @@ private:
                 set(e, "gain", value(2, 1) + value(2, 2));
             if (c == 3) {
                 set(e, "tot_tack", value(3, 0) + value(3, 1));
-                pugi::xml_node ir = p.append_child("ir");
-                set(ir, "no", value(3, 2));
+                if (value(3, 2) != 0)
+                    set(p.append_child("ir"), "no", value(3, 2));
             }
         }
         if (fumbles != 0 || lost != 0) {

@@ -245,7 +245,7 @@ private:
     long long total(std::string_view element, std::string_view attribute) const {
         const std::string* s = p_.stat(element, attribute);
         const auto v = s ? numberOf(*s) : std::nullopt;
-        return v ? static_cast<long long>(*v) : 0;
+        return v ? static_cast<long long>(std::clamp(*v, -1e9, 1e9)) : 0;
     }
 
     bool plays(GameResults& results, ImportedPlayer& out, std::vector<std::string>& byHand,
