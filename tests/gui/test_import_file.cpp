@@ -130,7 +130,11 @@ private slots:
         Sample s;
         auto dialog = s.preview(3);
         child<QComboBox>(dialog.get(), "cboSide")->setCurrentIndex(1);
-        QCOMPARE(child<QComboBox>(dialog.get(), "cboTarget")->currentData().toInt(), 3);
+        // A new game unless the coach chooses the game selected in the list, offered first.
+        auto* target = child<QComboBox>(dialog.get(), "cboTarget");
+        QCOMPARE(target->currentData().toInt(), 0);
+        target->setCurrentIndex(1);
+        QCOMPARE(target->currentData().toInt(), 3);
         s.prompter.answers = {Answer::No};
         press(dialog.get(), "cmdOK");
         QCOMPARE(s.prompter.shown.size(), std::size_t{1});

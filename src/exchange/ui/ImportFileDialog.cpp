@@ -80,15 +80,20 @@ ImportFileDialog::ImportFileDialog(DataFiles& data, Prompter& prompter, const Te
 
     target_ = new QComboBox(this);
     target_->setObjectName(QStringLiteral("cboTarget"));
+    // A new game unless the coach chooses otherwise; the game selected in the list comes next,
+    // one key away, then every other game.
     target_->addItem(QStringLiteral("A new game (game %1)").arg(liveGames_ + 1), 0);
+    const auto addGame = [this](const GameRecord& g) {
+        target_->addItem(QStringLiteral("Replacing the results of game %1: ").arg(g.gameNumber) +
+                             fromFileText(ShortDate(g.gameDate) + " " + trim(g.opponent)),
+                         static_cast<int>(g.gameNumber));
+    };
     for (const GameRecord& g : games)
-        if (g.isLive())
-            target_->addItem(
-                QStringLiteral("Replacing the results of game %1: ").arg(g.gameNumber) +
-                    fromFileText(ShortDate(g.gameDate) + " " + trim(g.opponent)),
-                static_cast<int>(g.gameNumber));
-    if (selectedGame > 0)
-        target_->setCurrentIndex(std::max(0, target_->findData(selectedGame)));
+        if (g.isLive() && g.gameNumber == selectedGame)
+            addGame(g);
+    for (const GameRecord& g : games)
+        if (g.isLive() && g.gameNumber != selectedGame)
+            addGame(g);
 
     gameLabel_ = new QLabel(this);
     gameLabel_->setObjectName(QStringLiteral("lblGame"));

@@ -26,8 +26,8 @@ class ImportFileDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // `selectedGame`: the game selected in the game list (0 for none), offered as the game whose
-    // results are replaced.
+    // `selectedGame`: the game selected in the game list (0 for none), offered first as the game
+    // whose results are replaced.
     ImportFileDialog(DataFiles& data, Prompter& prompter, const TeamList& teams, int team,
                      PressBoxGame game, const QString& fileName, int selectedGame,
                      QWidget* parent = nullptr);
