@@ -113,6 +113,10 @@ std::string programFile();
 // Elsewhere argv is taken as it is; Windows hands main() its arguments in the ANSI code page,
 // which loses every character outside it, so there they are read anew from the wide command line.
 std::vector<std::string> commandLineArguments(int argc, char** argv);
+// Standard output takes bytes as they are written: on Windows it otherwise turns every "\n" into
+// "\r\n", so that text whose lines already end in "\r\n" (CSV, the site's text) would end them in
+// "\r\r\n". Nothing elsewhere.
+void useBinaryStandardOutput();
 // An environment variable; nothing when it is not set.
 std::optional<std::string> environmentVariable(const std::string& name);
 // The folder the user keeps documents in (the desktop's Documents folder; Windows' Documents

@@ -321,6 +321,8 @@ std::string programFile() {
     return {};
 }
 
+void useBinaryStandardOutput() {}
+
 std::vector<std::string> commandLineArguments(int argc, char** argv) {
     // The arguments come as the user typed them, UTF-8 under any UTF-8 locale.
     std::vector<std::string> out;

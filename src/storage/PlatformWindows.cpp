@@ -15,6 +15,11 @@
 #endif
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+
 #include <knownfolders.h>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -412,6 +417,11 @@ std::string programFile() {
             return narrow(name.data(), static_cast<int>(n));
         name.resize(name.size() * 2);
     }
+}
+
+void useBinaryStandardOutput() {
+    std::fflush(stdout);
+    (void)_setmode(_fileno(stdout), _O_BINARY);
 }
 
 std::vector<std::string> commandLineArguments(int argc, char** argv) {

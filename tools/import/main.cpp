@@ -9,6 +9,7 @@
 
 int main(int argc, char** argv) {
     const std::vector<std::string> args = scorvane::platform::commandLineArguments(argc, argv);
+    scorvane::platform::useBinaryStandardOutput(); // our texts end their lines themselves
     // The configuration the program itself uses, found as scorvane-report finds it.
     const scorvane::ConfigLocation config = scorvane::locateConfiguration(
         scorvane::tools::programDirectory(argc > 0 ? argv[0] : nullptr),

@@ -12,6 +12,7 @@
 
 int main(int argc, char** argv) {
     const std::vector<std::string> args = scorvane::platform::commandLineArguments(argc, argv);
+    scorvane::platform::useBinaryStandardOutput(); // our texts end their lines themselves
     // The configuration the program itself uses: BXFB.INI beside it (the build folder, a portable
     // copy), else, when it is installed, the user's own. The command never makes one.
     const scorvane::ConfigLocation config = scorvane::locateConfiguration(
