@@ -2,6 +2,7 @@
 
 #include "storage/FileNames.h"
 #include "storage/Records.h"
+#include "storage/SiteId.h"
 
 #include <array>
 #include <set>
@@ -121,10 +122,12 @@ bool isDataFileName(Folder folder, std::string_view name) {
         std::set<std::string, std::less<>> names;
         const DataPaths bare;
         names.insert(fileName(FileKind::TeamList, bare, 0));
-        for (int team = 1; team <= kMaxTeams; ++team)
+        for (int team = 1; team <= kMaxTeams; ++team) {
             for (FileKind kind :
                  {FileKind::Roster, FileKind::PlayerInfo, FileKind::Games, FileKind::Stats})
                 names.insert(fileName(kind, bare, team));
+            names.insert(siteIdFileName(bare, team));
+        }
         return names;
     }();
     if (folder == Folder::Report)

@@ -6,6 +6,7 @@
 #include "storage/FolderCopy.h"
 #include "storage/Platform.h"
 #include "storage/RecordFile.h"
+#include "storage/SiteId.h"
 
 namespace scorvane {
 
@@ -82,6 +83,8 @@ DeleteResult deleteTeamFiles(DataFiles& files, TeamSelection& teams, Prompter& p
     }
     for (FileKind kind : kTeamKinds)
         changes.push_back({fileName(kind, paths, team), std::nullopt});
+    // The team's site id goes with it: a new team in the slot must not upload under it.
+    changes.push_back({siteIdFileName(paths, team), std::nullopt});
     bool committed = false;
     if (s)
         s = applyChangesTogether(changes, changeJournalPath(paths), committed);

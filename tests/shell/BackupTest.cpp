@@ -41,7 +41,7 @@ struct Season {
         data.write("FBTEAMS.DAT", teamList({"Bears", "Lions", "Hawks"}));
         int seed = 0;
         for (const char* name : {"FBPN1.DAT", "FBPI1.DAT", "FBGS1.DAT", "FBPS1.DAT", "FBPN2.DAT",
-                                 "FBGS2.DAT", "FBPS2.DAT", "FBPN3.DAT"}) {
+                                 "FBGS2.DAT", "FBPS2.DAT", "FBPN3.DAT", "FBSITE2.TXT"}) {
             ++seed;
             data.write(name, filler(200 + 37 * static_cast<std::size_t>(seed), seed));
         }
@@ -123,9 +123,9 @@ TEST(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
 
     BackupArchive archive;
     ASSERT_TRUE(readBackupFile(s.prompter, s.backupPath(), archive));
-    EXPECT_EQ(archive.files.size(), 10u); // the note of the user's is no data file
-    // 120 + 8 x 200 + 37 x (1 + ... + 8) + 334 bytes
-    EXPECT_EQ(describeBackup(archive), "3 teams, 10 files, 4 KB");
+    EXPECT_EQ(archive.files.size(), 11u); // the note of the user's is no data file
+    // 120 + 9 x 200 + 37 x (1 + ... + 9) + 334 bytes
+    EXPECT_EQ(describeBackup(archive), "3 teams, 11 files, 4 KB");
 
     s.changeEverything();
     const FolderSnapshot changedData = snapshot(s.data.path());

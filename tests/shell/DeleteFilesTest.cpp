@@ -37,6 +37,7 @@ struct League {
                 dir.write(teamFile(prefix, team), filler(300, ++seed));
         }
         dir.write("FBRPTFMT.DAT", filler(167, 1));
+        dir.write("FBSITE2.TXT", Bytes(34, '7'));
         files.closeAll();
         teams.click(std::vector<bool>{false, true}, 1);
     }
@@ -63,6 +64,8 @@ TEST(DeleteFiles, TheTeamsFourFilesGoAndItsLineIsEmptied) {
         EXPECT_FALSE(after.contains(teamFile(prefix, 2))) << prefix;
         before.erase(teamFile(prefix, 2));
     }
+    EXPECT_FALSE(after.contains("FBSITE2.TXT"));
+    before.erase("FBSITE2.TXT");
     // Record 2 of the team list is spaces now; everything else is as it was, byte for byte.
     Bytes list = before.at("FBTEAMS.DAT");
     std::fill(list.begin() + 40, list.begin() + 80, ' ');
