@@ -1,10 +1,14 @@
 // The game list's Export: the ticked games, each to its own file in a folder outside the data
 // directory, as the high-school site's text or as press-box XML.
 
+#include "exchange/GameExport.h"
 #include "exchange/SiteText.h"
 #include "exchange/ui/ExportGamesDialog.h"
-#include "faults/Operations.h"
+#include "sample/SampleSeason.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/SiteId.h"
+#include "support/FakePrompter.h"
+#include "support/TempDir.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -18,6 +22,14 @@ using namespace scorvane;
 using namespace scorvane::testing;
 
 namespace {
+
+// The team the sample season's games are kept for.
+constexpr int kTeam = 1;
+
+using Snapshot = FolderSnapshot;
+Snapshot snapshot(const TempDir& dir) {
+    return scorvane::testing::snapshot(dir.path());
+}
 
 struct Sample {
     TempDir dir, out;

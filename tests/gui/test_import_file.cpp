@@ -1,8 +1,12 @@
 // The game list's Import from File: the preview of a press-box game and what OK writes.
 
+#include "exchange/GameExport.h"
 #include "exchange/ui/ImportFileDialog.h"
-#include "faults/Operations.h"
+#include "sample/SampleSeason.h"
+#include "shell/FolderSnapshot.h"
+#include "support/FakePrompter.h"
 #include "support/PressBoxFiles.h"
+#include "support/TempDir.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -18,6 +22,14 @@ using namespace scorvane;
 using namespace scorvane::testing;
 
 namespace {
+
+// The team the sample season's games are kept for.
+constexpr int kTeam = 1;
+
+using Snapshot = FolderSnapshot;
+Snapshot snapshot(const TempDir& dir) {
+    return scorvane::testing::snapshot(dir.path());
+}
 
 // The sample season, whose first team is "Riverside Hawks": the file's "Riverside" is not matched
 // by name, so the coach chooses the side.
