@@ -148,7 +148,28 @@ Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResul
     const GameResults::Change change = results.changeFor(records, index, game);
     if (!change.changed)
         return Status::ok();
-    return files.rewriteAll(FileKind::Stats, resultsRewrite(change));
+    // Only what changes is written, in place: the game's changed records and, when the game is the
+    // last, its new records after them. New records of an earlier game go between its records and
+    // the next game's, so the file is rewritten from the game's first changed record on.
+    TeamFiles::RecordChanges stats;
+    const bool atTheEnd = change.inserted.empty() || change.insertionPoint > index.recordCount;
+    int from = change.insertionPoint;
+    for (const auto& [n, rec] : change.rewritten)
+        if (rec != records.at(n)) {
+            stats.records.emplace(n, rec);
+            from = std::min(from, n);
+        }
+    if (atTheEnd) {
+        int n = index.recordCount;
+        for (const Bytes& rec : change.inserted)
+            stats.records.emplace(++n, rec);
+        return files.changeInPlace({stats});
+    }
+    const RecordRewrite rewrite = resultsRewrite(change);
+    stats.records.clear();
+    stats.rewriteFrom = from;
+    stats.rewrite = &rewrite;
+    return files.changeInPlace({stats});
 }
 
 RecordRewrite resultsRewrite(const GameResults::Change& change) {

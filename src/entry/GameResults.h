@@ -71,9 +71,10 @@ private:
 // at the end when it lies past the last record. It refers to `change`, which must outlive it.
 RecordRewrite resultsRewrite(const GameResults::Change& change);
 
-// Writes the results of the game: the indexing pass finds the game's records, and the statistics
-// file is replaced whole (crash-safe) in one pass that puts the rewritten and new records in
-// their places; the file is never held whole. Nothing is written when nothing differs.
+// Writes the results of the game in place, crash-safe through the rollback journal: the game's
+// records that changed, and its new records appended when it is the last game, or else the file
+// rewritten from the game's first changed record on, a piece at a time. Nothing is written when
+// nothing differs.
 [[nodiscard]] Status saveGameResults(TeamFiles& files, const GameRecord& game,
                                      const GameResults& results);
 

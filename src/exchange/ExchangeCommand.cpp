@@ -103,7 +103,8 @@ std::optional<Failure> directories(const Common& o, const std::string& programDi
 // Reading must not write: a change a crash interrupted would be finished by the first file
 // opened, so a command that only reads leaves such a directory to the program.
 std::optional<Failure> noPendingChange(const DataPaths& paths) {
-    if (fileExists(paths.dataDirectory + kJournalFileName))
+    if (fileExists(paths.dataDirectory + kJournalFileName) ||
+        fileExists(paths.dataDirectory + kRollbackJournalFileName))
         return Failure{"A change of the data directory was interrupted; start Scorvane once to "
                        "finish it"};
     return std::nullopt;

@@ -140,6 +140,38 @@ Status GameList::refresh(TeamFiles& files, const ConfigRecord& config,
     return Status::ok();
 }
 
+namespace {
+
+// Writes a game's record at `position` and, together with it, the copies of its type and Special
+// Select mark that its statistics records carry: only these records, in place.
+Status writeGameAndCopies(TeamFiles& files, int position, const GameRecord& game) {
+    int first = 1, last = 0;
+    GameStatRecords records;
+    if (Status s = files.findGameStats(game.gameNumber, first, last); !s)
+        return s;
+    if (Status s = files.statRecords(first, last, records); !s)
+        return s;
+    TeamFiles::RecordChanges stats;
+    for (auto& [n, rec] : records) {
+        StatHeader h = StatHeader::decode(rec);
+        if (h.gameNumber != game.gameNumber ||
+            (h.statSpecialSelect == game.specialSelect && h.statGameType == game.gameType))
+            continue;
+        h.statSpecialSelect = game.specialSelect;
+        h.statGameType = game.gameType;
+        h.encodeInto(rec);
+        stats.records.emplace(n, std::move(rec));
+    }
+    if (stats.records.empty()) {
+        GameRecord written = game;
+        return files.gameRecord(Access::Write, position, written);
+    }
+    TeamFiles::RecordChanges games{FileKind::Games, {{position, game.encode()}}};
+    return files.changeInPlace({games, stats});
+}
+
+} // namespace
+
 Status GameList::toggleMark(TeamFiles& files, int line, const ConfigRecord& config,
                             std::string& newLine) {
     const int gameNumber = line + 1;
@@ -148,19 +180,11 @@ Status GameList::toggleMark(TeamFiles& files, int line, const ConfigRecord& conf
         return Status::ok();
     GameRecord game = records_[static_cast<std::size_t>(p - 1)];
     game.specialSelect = game.specialSelect == '1' ? '2' : '1';
-    if (Status s = files.gameRecord(Access::Write, p, game); !s)
+    if (Status s = writeGameAndCopies(files, p, game); !s)
         return s;
     records_[static_cast<std::size_t>(p - 1)] = game;
     newLine = GameList::line(game, config) + markedEnding(game.specialSelect);
-
-    // The game's statistics records carry a copy of the mark.
-    const char mark = game.specialSelect;
-    return files.changeStatHeaders([gameNumber, mark](StatHeader& h) {
-        if (h.gameNumber != gameNumber || h.statSpecialSelect == mark)
-            return false;
-        h.statSpecialSelect = mark;
-        return true;
-    });
+    return Status::ok();
 }
 
 Status GameList::append(TeamFiles& files, GameRecord game) {
@@ -179,7 +203,8 @@ Status GameList::change(TeamFiles& files, int gameNumber, GameRecord game) {
         return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
     game.gameNumber = static_cast<std::int16_t>(gameNumber);
     game.gameStatus = 'A';
-    if (Status s = files.gameRecord(Access::Write, p, game); !s)
+    // The game's statistics records carry copies of its type and mark.
+    if (Status s = writeGameAndCopies(files, p, game); !s)
         return s;
     records_[static_cast<std::size_t>(p - 1)] = game;
     return Status::ok();

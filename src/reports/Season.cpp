@@ -86,8 +86,8 @@ Status readTeamSeason(const DataPaths& paths, int team, TeamSeason& season) {
 
     // A change the program was making when it stopped is finished the next time the program opens
     // the directory; until then the files may disagree with each other.
-    const std::string journal = paths.dataDirectory + kJournalFileName;
-    if (fileExists(journal))
+    if (fileExists(paths.dataDirectory + kJournalFileName) ||
+        fileExists(paths.dataDirectory + kRollbackJournalFileName))
         return Status::error(ErrorKind::Unreadable,
                              "An interrupted change is waiting in " +
                                  platform::shownPath(paths.dataDirectory) +

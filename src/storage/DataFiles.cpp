@@ -99,12 +99,45 @@ Status DataFiles::guarded(const std::function<Status()>& op) {
     return s;
 }
 
+Status DataFiles::rollBackInterruptedChange() {
+    JournalFinding finding;
+    if (Status s =
+            guarded([&] { return scorvane::rollBackInterruptedChange(rollbackPath(), finding); });
+        !s || finding.kind != JournalFinding::Kind::Refused)
+        return s;
+    // Applying a journal that does not fit could only do harm: it is kept aside for a look.
+    const std::string aside = paths_.dataDirectory + kRefusedJournalFileName;
+    if (Status s = guarded([&] { return platform::replaceFile(rollbackPath(), aside); }); !s)
+        return s;
+    platform::syncFolder(platform::folderOf(aside));
+    (void)prompter_.ask({finding.message + " It was not applied, and has been set aside as " +
+                             platform::shownPath(aside) + ".",
+                         "Unfinished Change", Buttons::Ok, Icon::Warning, Answer::Ok});
+    return Status::ok();
+}
+
 Status DataFiles::finishInterruptedReplacement() {
     if (journalChecked_ || paths_.dataDirectory.empty())
         return Status::ok();
-    Status s = guarded([&] { return completePendingReplacement(journalPath()); });
+    Status s = rollBackInterruptedChange();
+    if (s)
+        s = guarded([&] { return completePendingReplacement(journalPath()); });
     journalChecked_ = s.isOk();
     return s;
+}
+
+Status DataFiles::changeInPlace(const std::vector<InPlaceChange>& changes) {
+    if (Status s = finishInterruptedReplacement(); !s)
+        return s;
+    for (const auto& c : changes)
+        closeTeamFiles(c.path);
+    return guarded([&] {
+        // A try of this change that a disk error stopped is put back first, then made again.
+        JournalFinding earlier;
+        if (Status s = scorvane::rollBackInterruptedChange(rollbackPath(), earlier); !s)
+            return s;
+        return scorvane::changeInPlace(changes, rollbackPath());
+    });
 }
 
 Status DataFiles::openFile(FileKind kind) {
@@ -372,6 +405,30 @@ Status TeamFiles::replaceTogether(const std::vector<std::pair<FileKind, std::vec
     return dir_->replaceTogether(contents);
 }
 
+Status TeamFiles::changeInPlace(const std::vector<RecordChanges>& changes) {
+    std::vector<InPlaceChange> files;
+    for (const RecordChanges& c : changes) {
+        if (Status s = ensureOpen(c.kind); !s)
+            return s;
+        InPlaceChange f;
+        f.path = fileName(c.kind);
+        f.recordLength = recordLength(c.kind);
+        for (const auto& [n, bytes] : c.records) {
+            Bytes record(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(std::min(
+                                                            bytes.size(), f.recordLength)));
+            record.resize(f.recordLength, ' ');
+            f.writes.emplace(static_cast<long long>(n - 1) * static_cast<long long>(f.recordLength),
+                             std::move(record));
+        }
+        if (c.rewrite != nullptr) {
+            f.rewrite = c.rewrite;
+            f.rewriteFrom = std::max(0, c.rewriteFrom - 1);
+        }
+        files.push_back(std::move(f));
+    }
+    return dir_->changeInPlace(files);
+}
+
 Status TeamFiles::rewriteAll(FileKind kind, const RecordRewrite& rewrite) {
     if (Status s = ensureOpen(kind); !s)
         return s;
@@ -407,17 +464,29 @@ Status TeamFiles::forEachRecord(FileKind kind, const std::function<void(ByteView
 }
 
 Status TeamFiles::changeStatHeaders(const std::function<bool(StatHeader&)>& change) {
-    bool any = false;
+    // Up to this many changed records are written in place; more are written with the file.
+    constexpr std::size_t kInPlace = 4096;
+    RecordChanges stats;
+    bool many = false;
+    int n = 0;
     if (Status s = forEachRecord(FileKind::Stats,
                                  [&](ByteView rec) {
+                                     ++n;
                                      StatHeader h = StatHeader::decode(rec);
-                                     any = any || change(h);
+                                     if (many || !change(h))
+                                         return;
+                                     many = stats.records.size() == kInPlace;
+                                     if (many)
+                                         return;
+                                     Bytes changed(rec.begin(), rec.end());
+                                     h.encodeInto(changed);
+                                     stats.records.emplace(n, std::move(changed));
                                  });
         !s)
         return s;
-    if (!any)
-        return Status::ok();
-    return rewriteAll(FileKind::Stats, statHeaderRewrite(change));
+    if (many)
+        return rewriteAll(FileKind::Stats, statHeaderRewrite(change));
+    return stats.records.empty() ? Status::ok() : changeInPlace({stats});
 }
 
 RecordRewrite statHeaderRewrite(const std::function<bool(StatHeader&)>& change) {
@@ -434,66 +503,151 @@ RecordRewrite statHeaderRewrite(const std::function<bool(StatHeader&)>& change) 
     };
 }
 
-Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
-                                 GameStatRecords* records) {
+Status TeamFiles::findGameStats(int gameNumber, int& first, int& last) {
     if (Status s = ensureOpen(FileKind::Stats); !s)
         return s;
-    // The headers are read a piece at a time up to the first record of a later game; only the
-    // game's own records are kept whole.
     RecordFile& file = slot(FileKind::Stats);
     const int count = file.count();
+    // Each header the search looks at, by record number: in game order they never go down.
+    std::map<int, int> seen;
+    Status read = Status::ok();
+    const auto gameAt = [&](int n) {
+        if (const auto it = seen.find(n); it != seen.end())
+            return it->second;
+        Bytes bytes;
+        if (read)
+            read = dir_->guarded([&] { return file.read(n, bytes); });
+        const int g = read ? StatHeader::decode(bytes).gameNumber : 0;
+        seen.emplace(n, g);
+        return g;
+    };
+    const auto firstWhere = [&](int lo, auto later) {
+        for (int hi = count + 1; lo < hi;) {
+            const int mid = lo + (hi - lo) / 2;
+            if (later(gameAt(mid)))
+                hi = mid;
+            else
+                lo = mid + 1;
+        }
+        return lo;
+    };
+    first = firstWhere(1, [&](int g) { return g >= gameNumber; });
+    const int end = firstWhere(first, [&](int g) { return g > gameNumber; });
+    last = end - 1;
+    if (count > 0) {
+        (void)gameAt(1);
+        (void)gameAt(count);
+    }
+    if (!read)
+        return read;
+    bool ordered = true;
+    int previous = 0;
+    for (const auto& [n, g] : seen) {
+        ordered = ordered && g >= previous;
+        previous = g;
+    }
+    // The block found holds the game's records only.
+    constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
+    Bytes piece;
+    for (int from = first; ordered && from <= last;) {
+        const int n = std::min(kPerPiece, last - from + 1);
+        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
+            return s;
+        for (std::size_t at = 0; at + StatRecord::Length <= piece.size(); at += StatRecord::Length)
+            ordered = ordered && StatHeader::decodeAt(piece, at).gameNumber == gameNumber;
+        from += n;
+    }
+    if (ordered)
+        return Status::ok();
+
+    // Out of order: the records up to the first one of a later game, as read from the start.
+    first = 1;
+    last = count;
+    for (int from = 1; from <= count;) {
+        const int n = std::min(kPerPiece, count - from + 1);
+        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
+            return s;
+        const int got = static_cast<int>(piece.size() / StatRecord::Length);
+        for (int i = 0; i < got; ++i)
+            if (StatHeader::decodeAt(piece, static_cast<std::size_t>(i) * StatRecord::Length)
+                    .gameNumber > gameNumber) {
+                last = from + i - 1;
+                return Status::ok();
+            }
+        if (got < n)
+            break;
+        from += n;
+    }
+    return Status::ok();
+}
+
+Status TeamFiles::statRecords(int first, int last, GameStatRecords& records) {
+    records.clear();
+    if (Status s = ensureOpen(FileKind::Stats); !s)
+        return s;
+    RecordFile& file = slot(FileKind::Stats);
+    constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
+    Bytes piece;
+    for (int from = std::max(first, 1); from <= last;) {
+        const int n = std::min(kPerPiece, last - from + 1);
+        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
+            return s;
+        const int got = static_cast<int>(piece.size() / StatRecord::Length);
+        for (int i = 0; i < got; ++i) {
+            const auto at = piece.begin() + static_cast<std::ptrdiff_t>(i) * StatRecord::Length;
+            records.emplace(from + i, Bytes(at, at + StatRecord::Length));
+        }
+        if (got < n)
+            break;
+        from += n;
+    }
+    return Status::ok();
+}
+
+Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
+                                 GameStatRecords* records) {
+    int first = 1, last = 0;
+    if (Status s = findGameStats(game.gameNumber, first, last); !s)
+        return s;
+    RecordFile& file = slot(FileKind::Stats);
+    const int count = file.count();
+    // Only the records found are read; the game's own are kept whole.
     std::vector<StatHeader> headers;
-    headers.reserve(static_cast<std::size_t>(count));
     GameStatRecords kept;
     constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
     Bytes piece;
-    for (int first = 1; first <= count;) {
-        const int n = std::min(kPerPiece, count - first + 1);
-        if (Status s = dir_->guarded([&] { return file.readRun(first, n, piece); }); !s)
+    for (int from = first; from <= last;) {
+        const int n = std::min(kPerPiece, last - from + 1);
+        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
             return s;
         const int got = static_cast<int>(piece.size() / StatRecord::Length);
-        bool later = false;
-        for (int i = 0; i < got && !later; ++i) {
+        for (int i = 0; i < got; ++i) {
             const auto at = static_cast<std::size_t>(i) * StatRecord::Length;
             headers.push_back(StatHeader::decodeAt(piece, at));
-            later = headers.back().gameNumber > game.gameNumber;
             if (headers.back().gameNumber == game.gameNumber)
-                kept.emplace(first + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
-                                              piece.begin() + static_cast<std::ptrdiff_t>(
-                                                                  at + StatRecord::Length)));
+                kept.emplace(from + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
+                                             piece.begin() + static_cast<std::ptrdiff_t>(
+                                                                 at + StatRecord::Length)));
         }
-        if (later || got < n)
+        if (got < n)
             break;
-        first += n;
+        from += n;
     }
     std::vector<int> changed;
-    index = scorvane::indexGameStats(headers, game, changed);
+    index = scorvane::indexGameStats(headers, game, changed, first);
     index.recordCount = count;
     if (index.insertionPoint > count)
         index.insertionPoint = count + 1;
-    for (auto& [n, rec] : kept)
-        headers[static_cast<std::size_t>(n - 1)].encodeInto(rec);
+    RecordChanges fixes;
+    for (int n : changed) {
+        Bytes& rec = kept.at(n);
+        headers[static_cast<std::size_t>(n - first)].encodeInto(rec);
+        fixes.records.emplace(n, rec);
+    }
     if (records)
         *records = kept;
-    if (changed.empty())
-        return Status::ok();
-
-    // Corrections are written back with the whole file replaced, as every change of many records,
-    // in one pass that puts each corrected header over its record.
-    std::map<int, StatHeader> fixes;
-    for (int n : changed)
-        fixes.emplace(n, headers[static_cast<std::size_t>(n - 1)]);
-    return rewriteAll(FileKind::Stats, [&](ByteView part, std::size_t first, Bytes& out) {
-        const std::size_t start = out.size();
-        out.insert(out.end(), part.begin(), part.end());
-        const std::size_t last = first + part.size() / StatRecord::Length; // 0-based, past the end
-        for (auto it = fixes.lower_bound(static_cast<int>(first) + 1);
-             it != fixes.end() && static_cast<std::size_t>(it->first) <= last; ++it)
-            it->second.encodeInto(std::span<std::uint8_t>(
-                out.data() + start +
-                    (static_cast<std::size_t>(it->first) - 1 - first) * StatRecord::Length,
-                StatRecord::Length));
-    });
+    // Copies of the game's type and mark that went stale are corrected in place.
+    return fixes.records.empty() ? Status::ok() : changeInPlace({fixes});
 }
 
 } // namespace scorvane

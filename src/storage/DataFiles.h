@@ -4,6 +4,7 @@
 #include "Prompter.h"
 #include "RecordFile.h"
 #include "Records.h"
+#include "RollbackJournal.h"
 #include "StatIndex.h"
 #include "Status.h"
 
@@ -94,8 +95,16 @@ public:
 
     // Runs a file operation under the disk error handler.
     [[nodiscard]] Status guarded(const std::function<Status()>& op);
-    // A journal left by a crash is completed before the first file of the directory is opened.
+    // A journal left by a crash is dealt with before the first file of the directory is opened: a
+    // change made in place is rolled back, a replacement of whole files is completed. A rollback
+    // journal that does not fit the files is never applied: it is set aside
+    // (kRefusedJournalFileName) and the user is told.
     [[nodiscard]] Status finishInterruptedReplacement();
+    // Changes files of the directory in place through the rollback journal (see changeInPlace in
+    // RollbackJournal.h): a crash at any moment leaves all of them as before or all as after. A
+    // retry after a disk error puts them back as before and makes the change again. The files'
+    // slots are closed first and opened again when next used.
+    [[nodiscard]] Status changeInPlace(const std::vector<InPlaceChange>& changes);
     // Replaces several files of the directory at once (see replaceFilesTogether): a crash at any
     // moment leaves all of them as before or all of them as after. The files' slots are closed
     // first and opened again, on the new contents, when next used.
@@ -108,6 +117,8 @@ private:
     RecordFile& slot(FileKind kind);
     void closeTeamFiles(const std::string& path);
     std::string journalPath() const { return paths_.dataDirectory + kJournalFileName; }
+    std::string rollbackPath() const { return paths_.dataDirectory + kRollbackJournalFileName; }
+    [[nodiscard]] Status rollBackInterruptedChange();
 
     DataPaths paths_;
     Prompter& prompter_;
@@ -168,9 +179,10 @@ public:
     [[nodiscard]] Status rewriteAll(FileKind kind, const RecordRewrite& rewrite);
     // Calls visit(record) for every whole record of a file, read a piece at a time.
     [[nodiscard]] Status forEachRecord(FileKind kind, const std::function<void(ByteView)>& visit);
-    // Changes the statistics records' headers in one pass: `change` returns whether it changed the
-    // header it was given. The file is first read to learn whether any header changes; nothing is
-    // written when none does.
+    // Changes the statistics records' headers: `change` returns whether it changed the header it
+    // was given. The file is first read to learn which headers change; nothing is written when none
+    // does, the changed records are written in place when they are few, and the file is rewritten
+    // in one pass when they are many.
     [[nodiscard]] Status changeStatHeaders(const std::function<bool(StatHeader&)>& change);
 
     // Indexes the statistics of a game (see StatIndex.h) and writes back the records whose copied
@@ -179,6 +191,27 @@ public:
     // corrected) by record number.
     [[nodiscard]] Status indexGameStats(const GameRecord& game, GameStatsIndex& index,
                                         GameStatRecords* records = nullptr);
+
+    // Records changed in place, through the directory's rollback journal, in one or more files of
+    // the team together: each file's records by number (the record after the last appends), or its
+    // records from `rewriteFrom` (a record number) on rewritten in one pass, as RecordRewrite says
+    // with records counted from the start of the file.
+    struct RecordChanges {
+        FileKind kind = FileKind::Stats;
+        std::map<int, Bytes> records;
+        int rewriteFrom = 0;
+        const RecordRewrite* rewrite = nullptr;
+    };
+    [[nodiscard]] Status changeInPlace(const std::vector<RecordChanges>& changes);
+
+    // Where the statistics records of a game lie: records first..last (first > last when it has
+    // none; first is then where they would go). The file is in game order, so the records are
+    // found by a binary search over their headers; when what the search saw shows the file out of
+    // order, the file is read from the start instead, up to the first record of a later game, as
+    // the order of an old or damaged file has it.
+    [[nodiscard]] Status findGameStats(int gameNumber, int& first, int& last);
+    // Statistics records first..last, by number, read in pieces.
+    [[nodiscard]] Status statRecords(int first, int last, GameStatRecords& records);
 
 private:
     friend class DataFiles;

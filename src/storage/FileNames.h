@@ -21,6 +21,10 @@ enum class FileKind {
 inline constexpr const char* kConfigFileName = "BXFB.INI";
 // The journal of a change that replaces several files of a data directory together.
 inline constexpr const char* kJournalFileName = "FBJOURNL.TMP";
+// The journal of a change made in place: the original bytes of the places it changes.
+inline constexpr const char* kRollbackJournalFileName = "FBUNDO.TMP";
+// Where a rollback journal that does not fit the files is set aside, never applied.
+inline constexpr const char* kRefusedJournalFileName = "FBUNDO.BAD";
 
 std::size_t recordLength(FileKind kind);
 

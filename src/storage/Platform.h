@@ -60,6 +60,8 @@ private:
                              std::size_t size);
 // Makes what was written durable: fdatasync, FlushFileBuffers.
 [[nodiscard]] Status flush(File& file);
+// Cuts the file to `bytes`, or lengthens it with zero bytes.
+[[nodiscard]] Status setFileLength(File& file, long long bytes);
 // Whether the file still has a name: a file removed while it is open takes every later write
 // with it.
 bool stillNamed(const File& file);
@@ -136,7 +138,7 @@ Status errorFromErrno(int number);
 // Tests make the calls above fail (or the process stop) at chosen moments. Nothing but the tests
 // sets the hooks; without them every call goes straight to the system.
 
-enum class Call { Open, Write, Flush, Rename, Remove };
+enum class Call { Open, Write, Flush, Rename, Remove, SetLength };
 
 enum class Fault {
     None,

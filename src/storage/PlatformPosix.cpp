@@ -182,6 +182,14 @@ Status flush(File& file) {
     return result == 0 ? Status::ok() : lastError(nullptr);
 }
 
+Status setFileLength(File& file, long long bytes) {
+    Status failure;
+    if (!allowed({.call = Call::SetLength, .path = file.path(), .offset = bytes}, failure))
+        return failure;
+    return ::ftruncate(fd(file), static_cast<off_t>(bytes)) == 0 ? Status::ok()
+                                                                 : lastError(nullptr);
+}
+
 bool stillNamed(const File& file) {
     struct stat st {};
     return ::fstat(fd(file), &st) != 0 || st.st_nlink > 0;

@@ -240,6 +240,17 @@ Status flush(File& file) {
     return ::FlushFileBuffers(handleOf(file)) ? Status::ok() : lastError(nullptr);
 }
 
+Status setFileLength(File& file, long long bytes) {
+    Status failure;
+    if (!allowed({.call = Call::SetLength, .path = file.path(), .offset = bytes}, failure))
+        return failure;
+    FILE_END_OF_FILE_INFO info{};
+    info.EndOfFile.QuadPart = bytes;
+    return ::SetFileInformationByHandle(handleOf(file), FileEndOfFileInfo, &info, sizeof info)
+               ? Status::ok()
+               : lastError(nullptr);
+}
+
 bool stillNamed(const File& file) {
     FILE_STANDARD_INFO info{};
     if (!::GetFileInformationByHandleEx(handleOf(file), FileStandardInfo, &info, sizeof info))

@@ -3,13 +3,14 @@
 namespace scorvane {
 
 GameStatsIndex indexGameStats(std::vector<StatHeader>& headers, const GameRecord& game,
-                              std::vector<int>& changed) {
+                              std::vector<int>& changed, int firstNumber) {
     GameStatsIndex index;
     const int count = static_cast<int>(headers.size());
-    index.recordCount = count;
-    index.insertionPoint = count + 1;
-    for (int n = 1; n <= count; ++n) {
-        StatHeader& h = headers[static_cast<std::size_t>(n - 1)];
+    const int end = firstNumber + count;
+    index.recordCount = end - 1;
+    index.insertionPoint = end;
+    for (int n = firstNumber; n < end; ++n) {
+        StatHeader& h = headers[static_cast<std::size_t>(n - firstNumber)];
         if (h.isLive() && h.gameNumber == game.gameNumber) {
             const int cat = categoryIndex(h.category);
             // A record with an unknown category or a player number outside 1..99 cannot be shown

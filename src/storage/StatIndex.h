@@ -23,12 +23,12 @@ struct GameStatsIndex {
 // A game's statistics records by record number, as the indexing pass reads them.
 using GameStatRecords = std::map<int, Bytes>;
 
-// The indexing pass over all statistics records (given as their headers, in file order) for one
-// game. The scan stops at the first record of a later game, so a record of this game lying behind
-// a later game's records is not found. Live records of the game whose copied game type or Special
-// Select mark differ from the game's are updated in `headers`; their record numbers are appended
-// to `changed` so that the caller writes them back.
+// The indexing pass over statistics records (given as their headers, in file order, the first
+// being record `firstNumber`) for one game. The scan stops at the first record of a later game, so
+// a record of this game lying behind a later game's records is not found. Live records of the game
+// whose copied game type or Special Select mark differ from the game's are updated in `headers`;
+// their record numbers are appended to `changed` so that the caller writes them back.
 GameStatsIndex indexGameStats(std::vector<StatHeader>& headers, const GameRecord& game,
-                              std::vector<int>& changed);
+                              std::vector<int>& changed, int firstNumber = 1);
 
 } // namespace scorvane

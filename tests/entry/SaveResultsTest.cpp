@@ -100,7 +100,7 @@ TEST_F(SaveFixture, ResultsOfEveryCategoryAreWrittenInTheirRecordLayouts) {
     screen.setReturnYards("95");
     screen.setReturnMark(ReturnMark::Touchdown, true);
     ASSERT_TRUE(screen.addReturn());
-    ASSERT_EQ(screen.ok(), PlayerScreen::Leave::GameList);
+    ASSERT_EQ(screen.ok(), PlayerScreen::Leave::GameList) << screen.saveStatus().message();
     ASSERT_TRUE(prompter.shown.empty()) << prompter.shown.front().text;
 
     // Values in column-table order, the user columns last; sacks in tenths.
@@ -274,6 +274,10 @@ TEST(SaveCrash, AKilledSaveLeavesTheOldFileOrTheNewOne) {
         ASSERT_EQ(::waitpid(pid, &status, 0), pid);
         ASSERT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "kill " << i;
 
+        { // opening the files again rolls an interrupted change back
+            DataFiles reopened(team.data.paths(), team.prompter);
+            ASSERT_TRUE(reopened.team(1).openFile(FileKind::Stats));
+        }
         const Bytes now = team.statsFile();
         ASSERT_TRUE(now == before || now == after)
             << "kill " << i << " left a file of " << now.size() << " bytes that is neither";

@@ -56,15 +56,18 @@ struct Operation {
     // written one after the other, in the order given.
     bool together = true;
     std::function<Status(DataFiles&, Prompter&)> run;
+    // Made in place through the rollback journal: a stop before the journal is gone leaves every
+    // file as before, once opened again.
+    bool inPlace = false;
 };
 
-// The player screen's save: game 5, the second player's passing changed and a kicking result
-// added for him.
-inline Status savePlayerResults(DataFiles& data, Prompter& prompter) {
+// The player screen's save: in game `game`, the second player's passing changed and a kicking
+// result added for him.
+inline Status savePlayerResults(DataFiles& data, Prompter& prompter, int game) {
     TeamFiles files = data.team(kTeam);
     const ColumnTable columns;
     PlayerScreen screen;
-    if (Status s = screen.open(files, 5, columns, prompter); !s)
+    if (Status s = screen.open(files, game, columns, prompter); !s)
         return s;
     (void)screen.clickCell(1, 4);
     screen.editField(22, "5");
@@ -77,6 +80,15 @@ inline Status savePlayerResults(DataFiles& data, Prompter& prompter) {
     return Status::ok();
 }
 
+// The Special Select mark of game 3 set, in the game and in its statistics.
+inline Status markThirdGame(DataFiles& data, Prompter&) {
+    TeamFiles files = data.team(kTeam);
+    GameList games;
+    if (Status s = games.load(files); !s)
+        return s;
+    std::string line;
+    return games.toggleMark(files, 2, ConfigRecord{}, line);
+}
 inline Status insertFirstGame(DataFiles& data, Prompter&) {
     TeamFiles files = data.team(kTeam);
     GameList games;
@@ -189,7 +201,18 @@ inline std::vector<Message> diskMessages(const FakePrompter& prompter) {
 
 inline std::vector<Operation> operations() {
     return {
-        {"PlayerScreenSave", {"FBPS1.DAT"}, true, savePlayerResults},
+        // Game 5 gets a new record, so the file is rewritten from there on; game 10 is the last.
+        {"PlayerScreenSave",
+         {"FBPS1.DAT"},
+         true,
+         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 5); },
+         true},
+        {"PlayerScreenSaveLastGame",
+         {"FBPS1.DAT"},
+         true,
+         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 10); },
+         true},
+        {"SpecialSelectMark", {"FBGS1.DAT", "FBPS1.DAT"}, true, markThirdGame, true},
         {"GameInsert", {"FBGS1.DAT", "FBPS1.DAT"}, true, insertFirstGame},
         {"GameDelete", {"FBGS1.DAT", "FBPS1.DAT"}, true, deleteFirstGame},
         {"PlayerNumberChange",
@@ -262,7 +285,8 @@ inline ::testing::AssertionResult holdsOldOrNew(const Operation& op, const Outco
         return s.count(name) ? s.at(name) : Bytes{};
     };
     for (const auto& [name, bytes] : now)
-        if ((name.ends_with(".tmp") && stopped == Stopped::ByError) || name == kJournalFileName)
+        if ((name.ends_with(".tmp") && stopped == Stopped::ByError) || name == kJournalFileName ||
+            name == kRollbackJournalFileName || name == kRefusedJournalFileName)
             return ::testing::AssertionFailure() << name << " was left behind";
     for (const auto& [name, bytes] : o.before)
         if (std::count(op.rewrites.begin(), op.rewrites.end(), name) == 0 && of(now, name) != bytes)

@@ -139,6 +139,54 @@ TEST_F(DataFilesTest, IndexPassFindsTheGameAndWritesBackCorrectedMarks) {
     EXPECT_EQ(data.read("FBPS1.DAT"), expected);
 }
 
+// The game's records are found by a binary search in a file in game order; a file out of order
+// (a game's records appended after later games by an older program, games swapped, a stray
+// record) is read from the start instead, so that every game is found as a pass from the start
+// finds it.
+TEST_F(DataFilesTest, GamesAreFoundAsAPassFromTheStartFindsThemInOrderOrNot) {
+    std::vector<int> large;
+    for (int g = 1; g <= 60; ++g)
+        for (int i = 0; i < (g * 7) % 13 + (g % 5 == 0 ? 0 : 1); ++i)
+            large.push_back(g);
+    const std::vector<std::vector<int>> orders{
+        {},
+        {1, 1, 2, 2, 2, 3, 5, 5},
+        large,
+        {1, 1, 3, 3, 2, 2},
+        {2, 2, 1, 1, 3},
+        {1, 2, 1, 2, 3, 3},
+        {1, 2, 2, 9, 2, 3},
+        {1, 1, 1, 1, 1, 1, 1, 4, 2},
+    };
+    for (const auto& order : orders) {
+        std::vector<Bytes> records;
+        std::vector<StatHeader> headers;
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            const StatHeader h{static_cast<std::int16_t>(order[i]),
+                               static_cast<std::int16_t>(i % 99 + 1),
+                               "PCRDKT"[i % 6],
+                               i % 7 == 3 ? 'D' : 'A',
+                               '1',
+                               '1'};
+            headers.push_back(h);
+            records.push_back(stats(h));
+        }
+        files.closeAll();
+        data.write("FBPS1.DAT", join(records));
+        for (int g = 0; g <= 62; ++g) {
+            const GameRecord game{.gameNumber = static_cast<std::int16_t>(g)};
+            std::vector<StatHeader> all = headers;
+            std::vector<int> changed;
+            GameStatsIndex expected = indexGameStats(all, game, changed);
+            GameStatsIndex found;
+            ASSERT_TRUE(team.indexGameStats(game, found));
+            EXPECT_EQ(found.recordOf, expected.recordOf) << "game " << g << " of " << order.size();
+            EXPECT_EQ(found.counters, expected.counters) << "game " << g;
+            EXPECT_EQ(found.insertionPoint, expected.insertionPoint) << "game " << g;
+        }
+    }
+}
+
 // A file rewritten in one pass is read in pieces: each record is handed over with its own number,
 // whatever piece it falls in, and what the rewrite adds at the end comes last.
 TEST_F(DataFilesTest, RewritesNumberRecordsAcrossPiecesAndHeaderChangesWriteOnlyOnAChange) {

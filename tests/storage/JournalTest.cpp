@@ -1,11 +1,15 @@
 // The journal of files replaced together, as the next opening of the data directory finds it.
 
+#include "faults/FaultInjector.h"
 #include "storage/ByteHelpers.h"
 #include "storage/DataFiles.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
 
 using namespace scorvane;
 using namespace scorvane::testing;
@@ -33,4 +37,140 @@ TEST(Journal, ADamagedJournalNeverRenamesFilesOutsideTheDataDirectory) {
     EXPECT_EQ(outside.read("VICTIM.DAT.tmp"), Bytes(30, 'x'));
     EXPECT_EQ(dataDir.read("sub.tmp"), Bytes(3, 'y'));
     EXPECT_FALSE(dataDir.exists(kJournalFileName));
+}
+
+// --- the rollback journal of changes made in place ---------------------------------------------
+
+namespace {
+
+// Two files of a data directory, and the journal of a change of both that a full disk stopped at
+// its first write into them: the journal is whole, the statistics file half written.
+struct PendingChange {
+    TempDir dir;
+    Bytes stats = pattern(4000), games = Bytes(1000, 'g');
+    Bytes journal;
+    std::vector<InPlaceChange> change{
+        {dir.file("FBPS1.DAT"), {{1000, Bytes(200, 0xEE)}, {3900, Bytes(300, 0xAA)}}},
+        {dir.file("FBGS1.DAT"), {{0, Bytes(50, 'G')}}}};
+
+    PendingChange() {
+        dir.write("FBPS1.DAT", stats);
+        dir.write("FBGS1.DAT", games);
+        {
+            FaultInjector full(
+                faultOn(platform::Call::Write, "FBPS1.DAT", platform::Fault::NoSpace));
+            EXPECT_FALSE(changeInPlace(change, dir.file(kRollbackJournalFileName)));
+        }
+        journal = dir.read(kRollbackJournalFileName);
+    }
+    // Opens the data directory as the program does: what it shows, if anything.
+    std::vector<Message> open() const {
+        FakePrompter prompter;
+        DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+        EXPECT_TRUE(data.team(1).openFile(FileKind::Stats));
+        return prompter.shown;
+    }
+};
+
+Bytes first(const Bytes& bytes, std::size_t n) {
+    return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(n));
+}
+
+// The journal with its ending made again over a changed body: FNV-1a of the body, its length.
+Bytes resealed(Bytes journal) {
+    journal.resize(journal.size() - 24);
+    std::uint64_t hash = 0xcbf29ce484222325ULL;
+    for (std::uint8_t b : journal)
+        hash = (hash ^ b) * 0x100000001b3ULL;
+    const std::uint64_t length = journal.size();
+    for (char c : std::string("SVUNDEND"))
+        journal.push_back(static_cast<std::uint8_t>(c));
+    for (std::uint64_t v : {length, hash})
+        for (int i = 0; i < 8; ++i)
+            journal.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
+    return journal;
+}
+
+} // namespace
+
+TEST(RollbackJournal, AnInterruptedChangeIsRolledBackAndAFinishedOneStays) {
+    PendingChange p;
+    ASSERT_NE(p.dir.read("FBPS1.DAT"), p.stats); // half written
+    EXPECT_TRUE(p.open().empty());
+    EXPECT_EQ(p.dir.read("FBPS1.DAT"), p.stats);
+    EXPECT_EQ(p.dir.read("FBGS1.DAT"), p.games);
+    EXPECT_FALSE(p.dir.exists(kRollbackJournalFileName));
+
+    ASSERT_TRUE(changeInPlace(p.change, p.dir.file(kRollbackJournalFileName)));
+    Bytes after = p.stats;
+    std::fill(after.begin() + 1000, after.begin() + 1200, 0xEE);
+    after.resize(3900);
+    after.resize(4200, 0xAA);
+    EXPECT_EQ(p.dir.read("FBPS1.DAT"), after);
+    Bytes games = p.games;
+    std::fill(games.begin(), games.begin() + 50, 'G');
+    EXPECT_EQ(p.dir.read("FBGS1.DAT"), games);
+    EXPECT_FALSE(p.dir.exists(kRollbackJournalFileName));
+    EXPECT_TRUE(p.open().empty());
+    EXPECT_EQ(p.dir.read("FBPS1.DAT"), after);
+}
+
+TEST(RollbackJournal, AJournalThatDoesNotFitIsNeverApplied) {
+    struct Case {
+        std::string name;
+        std::function<void(PendingChange&)> damage;
+        std::string said; // the refusal's words; empty: dropped without a word (cut short)
+    };
+    const std::vector<Case> cases{
+        {"foreign", [](PendingChange& p) { p.dir.write(kRollbackJournalFileName, pattern(300)); },
+         "is not a journal of this program."},
+        {"cut short in its ending",
+         [](PendingChange& p) {
+             p.dir.write(kRollbackJournalFileName, first(p.journal, p.journal.size() - 1));
+         },
+         ""},
+        {"cut short in its places",
+         [](PendingChange& p) {
+             p.dir.write(kRollbackJournalFileName, first(p.journal, p.journal.size() / 2));
+         },
+         ""},
+        {"cut short in its name",
+         [](PendingChange& p) { p.dir.write(kRollbackJournalFileName, first(p.journal, 5)); }, ""},
+        {"another file's", [](PendingChange& p) { p.dir.write("FBPS1.DAT", Bytes(4000, 'z')); },
+         "it was written for another file than FBPS1.DAT."},
+        {"a file gone", [](PendingChange& p) { std::filesystem::remove(p.dir.file("FBGS1.DAT")); },
+         "the file FBGS1.DAT it names is not there."},
+        {"a length that does not fit",
+         [](PendingChange& p) {
+             Bytes j = p.journal; // the statistics file's original length, 8 bytes after its name
+             const std::size_t at = 8 + 4 + 2 + 9;
+             j[at] = 100;
+             j[at + 1] = 0;
+             p.dir.write(kRollbackJournalFileName, resealed(j));
+         },
+         "its places do not fit the length of FBPS1.DAT."},
+    };
+    for (const Case& c : cases) {
+        PendingChange p;
+        c.damage(p);
+        const Bytes journal = p.dir.read(kRollbackJournalFileName);
+        const Bytes stats = p.dir.read("FBPS1.DAT"), games = p.dir.read("FBGS1.DAT");
+        const std::vector<Message> shown = p.open();
+        EXPECT_EQ(p.dir.read("FBPS1.DAT"), stats) << c.name;
+        EXPECT_EQ(p.dir.read("FBGS1.DAT"), games) << c.name;
+        EXPECT_FALSE(p.dir.exists(kRollbackJournalFileName)) << c.name;
+        if (c.said.empty()) {
+            EXPECT_TRUE(shown.empty()) << c.name;
+            EXPECT_FALSE(p.dir.exists(kRefusedJournalFileName)) << c.name;
+            continue;
+        }
+        ASSERT_EQ(shown.size(), 1u) << c.name;
+        EXPECT_EQ(shown[0].title, "Unfinished Change");
+        EXPECT_NE(shown[0].text.find(c.said), std::string::npos) << c.name << ": " << shown[0].text;
+        EXPECT_TRUE(
+            shown[0].text.ends_with("It was not applied, and has been set aside as " +
+                                    platform::shownPath(p.dir.file(kRefusedJournalFileName)) + "."))
+            << shown[0].text;
+        EXPECT_EQ(p.dir.read(kRefusedJournalFileName), journal) << c.name;
+    }
 }
