@@ -46,13 +46,14 @@ Status PlayerScreen::open(TeamFiles& files, int gameNumber, const ColumnTable& c
     Roster roster;
     if (Status s = roster.load(files); !s)
         return s;
-    GameList games;
-    if (Status s = games.load(files); !s)
+    GameRecord found;
+    bool there = false;
+    if (Status s = GameList::readGame(files, gameNumber, found, there); !s)
         return s;
-    const GameRecord* game = games.game(gameNumber);
-    if (!game)
+    if (!there)
         return Status::error(ErrorKind::RecordRange, "There is no game " + digits(gameNumber));
-    // One pass over the statistics file finds the game's records and reads them.
+    const GameRecord* game = &found;
+    // The game's records are found by a search of the statistics file and read.
     GameStatsIndex index;
     GameStatRecords records;
     if (Status s = files.indexGameStats(*game, index, &records); !s)

@@ -87,6 +87,29 @@ int GameList::positionOf(int gameNumber) const {
     return findGame(records_, gameNumber, gameNumber);
 }
 
+Status GameList::readGame(TeamFiles& files, int gameNumber, GameRecord& game, bool& found) {
+    found = false;
+    if (gameNumber >= 1) {
+        // A point sum out of range still gives the record, as a whole-file read does; a file
+        // shorter than the number is looked through whole below.
+        const Status s = files.gameRecord(Access::Read, gameNumber, game);
+        if (!s && s.kind() != ErrorKind::Overflow && s.kind() != ErrorKind::RecordRange)
+            return s;
+        found =
+            s.kind() != ErrorKind::RecordRange && game.isLive() && game.gameNumber == gameNumber;
+        if (found)
+            return Status::ok();
+    }
+    GameList all;
+    if (Status s = all.load(files); !s)
+        return s;
+    if (const GameRecord* g = all.game(gameNumber)) {
+        game = *g;
+        found = true;
+    }
+    return Status::ok();
+}
+
 const GameRecord* GameList::game(int gameNumber) const {
     const int p = positionOf(gameNumber);
     return p == 0 ? nullptr : &records_[static_cast<std::size_t>(p - 1)];

@@ -30,6 +30,10 @@ public:
     // the number and walks forward. 0 when there is none.
     int positionOf(int gameNumber) const;
     // The live record of a game, or nullptr.
+    // Reads game `gameNumber` alone, as game() finds it after load(): its record is looked for
+    // where it lies in a file without deleted games, and the file is read whole only when it is
+    // not there. `found` is false when there is no such game.
+    static Status readGame(TeamFiles& files, int gameNumber, GameRecord& game, bool& found);
     const GameRecord* game(int gameNumber) const;
 
     // The summary line of a game (number, date, type, opponent, score, result word). A game whose

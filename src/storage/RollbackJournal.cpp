@@ -25,12 +25,51 @@ constexpr std::size_t kEndLength = 24;
 constexpr std::size_t kAnchorLength = 64;
 constexpr std::size_t kPiece = 1u << 20;
 
-std::uint64_t fnv(std::uint64_t hash, const std::uint8_t* data, std::size_t size) {
-    for (std::size_t i = 0; i < size; ++i)
-        hash = (hash ^ data[i]) * 0x100000001b3ULL;
-    return hash;
-}
-constexpr std::uint64_t kFnvStart = 0xcbf29ce484222325ULL;
+// The journal's hash: FNV-1a over its bytes taken eight at a time (little-endian words, the last
+// one zero-padded), which tells a journal cut short or damaged from a whole one at a fraction of
+// the cost of a hash taken byte by byte. Bytes may be handed in in pieces of any length.
+class JournalHash {
+public:
+    void add(const std::uint8_t* data, std::size_t size) {
+        while (size > 0 && held_ > 0) { // complete a word begun by the last piece
+            word_[held_++] = *data++;
+            --size;
+            if (held_ == 8)
+                mix();
+        }
+        if (size == 0)
+            return;
+        for (; size >= 8; data += 8, size -= 8) {
+            std::memcpy(word_.data(), data, 8);
+            held_ = 8;
+            mix();
+        }
+        std::memcpy(word_.data(), data, size);
+        held_ = size;
+    }
+    std::uint64_t value() const {
+        JournalHash last = *this;
+        if (last.held_ > 0) {
+            std::fill(last.word_.begin() + static_cast<std::ptrdiff_t>(last.held_),
+                      last.word_.end(), 0);
+            last.mix();
+        }
+        return last.hash_;
+    }
+
+private:
+    void mix() {
+        std::uint64_t w = 0;
+        for (int i = 7; i >= 0; --i)
+            w = (w << 8) | word_[static_cast<std::size_t>(i)];
+        hash_ = (hash_ ^ w) * 0x100000001b3ULL;
+        held_ = 0;
+    }
+
+    std::uint64_t hash_ = 0xcbf29ce484222325ULL;
+    std::array<std::uint8_t, 8> word_{};
+    std::size_t held_ = 0;
+};
 
 std::string nameOf(const std::string& path) {
     const auto slash = path.find_last_of("/\\");
@@ -48,9 +87,19 @@ public:
     explicit JournalWriter(platform::File& file) : file_(file) {}
 
     Status bytes(const std::uint8_t* data, std::size_t size) {
-        hash_ = fnv(hash_, data, size);
+        hash_.add(data, size);
         buffer_.insert(buffer_.end(), data, data + size);
         return buffer_.size() >= kPiece ? drain() : Status::ok();
+    }
+    // A long run of bytes, written as it is rather than gathered first.
+    Status run(const std::uint8_t* data, std::size_t size) {
+        hash_.add(data, size);
+        if (Status s = drain(); !s)
+            return s;
+        if (Status s = platform::writeAt(file_, static_cast<long long>(written_), data, size); !s)
+            return s;
+        written_ += size;
+        return Status::ok();
     }
     Status number(std::uint64_t value, int width) {
         std::array<std::uint8_t, 8> b{};
@@ -61,7 +110,7 @@ public:
     // The ending, then everything still held.
     Status finish() {
         const std::uint64_t length = written_ + buffer_.size();
-        const std::uint64_t hash = hash_;
+        const std::uint64_t hash = hash_.value();
         buffer_.insert(buffer_.end(), kEndMagic.begin(), kEndMagic.end());
         for (std::uint64_t v : {length, hash})
             for (int i = 0; i < 8; ++i)
@@ -72,6 +121,8 @@ public:
 
 private:
     Status drain() {
+        if (buffer_.empty())
+            return Status::ok();
         if (Status s = platform::writeAt(file_, static_cast<long long>(written_), buffer_.data(),
                                          buffer_.size());
             !s)
@@ -84,7 +135,7 @@ private:
     platform::File& file_;
     Bytes buffer_;
     std::uint64_t written_ = 0;
-    std::uint64_t hash_ = kFnvStart;
+    JournalHash hash_;
 };
 
 // Copies `length` bytes at `offset` of `from` to `write`, a piece at a time.
@@ -377,7 +428,7 @@ Status changeInPlace(const std::vector<InPlaceChange>& changes, const std::strin
                 if (s)
                     s = copyRange(files[i], p.offset, p.length,
                                   [&](long long, const std::uint8_t* data, std::size_t size) {
-                                      return out.bytes(data, size);
+                                      return out.run(data, size);
                                   });
             }
         }
@@ -444,16 +495,16 @@ Status rollBackInterruptedChange(const std::string& journalPath, JournalFinding&
                 std::equal(kEndMagic.begin(), kEndMagic.end(),
                            reinterpret_cast<const char*>(end.data())) &&
                 length == static_cast<std::uint64_t>(bodyLength);
-        std::uint64_t actual = kFnvStart;
+        JournalHash actual;
         if (whole)
             if (Status s = copyRange(journal, 0, bodyLength,
                                      [&](long long, const std::uint8_t* data, std::size_t n) {
-                                         actual = fnv(actual, data, n);
+                                         actual.add(data, n);
                                          return Status::ok();
                                      });
                 !s)
                 return s;
-        whole = whole && actual == hash;
+        whole = whole && actual.value() == hash;
     }
     if (!whole) {
         journal.close();

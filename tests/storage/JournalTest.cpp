@@ -76,12 +76,16 @@ Bytes first(const Bytes& bytes, std::size_t n) {
     return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(n));
 }
 
-// The journal with its ending made again over a changed body: FNV-1a of the body, its length.
+// The journal with its ending made again over a changed body: its length and hash.
 Bytes resealed(Bytes journal) {
     journal.resize(journal.size() - 24);
-    std::uint64_t hash = 0xcbf29ce484222325ULL;
-    for (std::uint8_t b : journal)
-        hash = (hash ^ b) * 0x100000001b3ULL;
+    std::uint64_t hash = 0xcbf29ce484222325ULL; // FNV-1a over little-endian words, zero-padded
+    for (std::size_t at = 0; at < journal.size(); at += 8) {
+        std::uint64_t word = 0;
+        for (std::size_t i = std::min<std::size_t>(8, journal.size() - at); i-- > 0;)
+            word = (word << 8) | journal[at + i];
+        hash = (hash ^ word) * 0x100000001b3ULL;
+    }
     const std::uint64_t length = journal.size();
     for (char c : std::string("SVUNDEND"))
         journal.push_back(static_cast<std::uint8_t>(c));
