@@ -166,6 +166,10 @@ Status saveGameResults(TeamFiles& files, const GameRecord& game, const GameResul
         return files.changeInPlace({stats});
     }
     const RecordRewrite rewrite = resultsRewrite(change);
+    // From early in the file, writing it anew once costs less than keeping the part that moves
+    // in the journal and writing it again in place.
+    if (2 * (index.recordCount - from + 1) > index.recordCount)
+        return files.rewriteAll(FileKind::Stats, rewrite);
     stats.records.clear();
     stats.rewriteFrom = from;
     stats.rewrite = &rewrite;

@@ -73,8 +73,8 @@ RecordRewrite resultsRewrite(const GameResults::Change& change);
 
 // Writes the results of the game in place, crash-safe through the rollback journal: the game's
 // records that changed, and its new records appended when it is the last game, or else the file
-// rewritten from the game's first changed record on, a piece at a time. Nothing is written when
-// nothing differs.
+// rewritten from the game's first changed record on, a piece at a time (or replaced whole, when
+// that part is more than half of it). Nothing is written when nothing differs.
 [[nodiscard]] Status saveGameResults(TeamFiles& files, const GameRecord& game,
                                      const GameResults& results);
 

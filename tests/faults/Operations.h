@@ -201,11 +201,16 @@ inline std::vector<Message> diskMessages(const FakePrompter& prompter) {
 
 inline std::vector<Operation> operations() {
     return {
-        // Game 5 gets a new record, so the file is rewritten from there on; game 10 is the last.
+        // Each game gets a new record: game 3's is early, so the file is replaced whole; from
+        // game 8 on the file is rewritten in place; game 10 is the last.
         {"PlayerScreenSave",
          {"FBPS1.DAT"},
          true,
-         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 5); },
+         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 3); }},
+        {"PlayerScreenSaveLaterGame",
+         {"FBPS1.DAT"},
+         true,
+         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 8); },
          true},
         {"PlayerScreenSaveLastGame",
          {"FBPS1.DAT"},
