@@ -23,6 +23,7 @@ using namespace scorvane::testing;
 namespace {
 
 class OperationCrashes : public ::testing::TestWithParam<Operation> {};
+class RollbackCrashes : public ::testing::TestWithParam<Operation> {};
 
 std::string nameOf(const ::testing::TestParamInfo<Operation>& info) {
     return info.param.name;
@@ -38,6 +39,10 @@ TEST_P(OperationCrashes, AProcessEndingAtAnyCallLeavesTheOldFilesOrTheNewOnes) {
 
 TEST_P(OperationCrashes, AKillAtARandomMomentLeavesTheOldFilesOrTheNewOnes) {
     GTEST_SKIP() << "killing a child process halfway needs fork()";
+}
+
+TEST_P(RollbackCrashes, AProcessEndingAtAnyCallOfTheRollbackLeavesItToTheNextOpening) {
+    GTEST_SKIP() << "ending a child process halfway needs fork()";
 }
 
 #else
@@ -152,4 +157,50 @@ TEST_P(OperationCrashes, AKillAtARandomMomentLeavesTheOldFilesOrTheNewOnes) {
 
 #endif
 
+// A change made in place that ended once its journal was made, then the opening that rolls it
+// back ended at each of its calls in turn: the next opening rolls back again.
+TEST_P(RollbackCrashes, AProcessEndingAtAnyCallOfTheRollbackLeavesItToTheNextOpening) {
+    const Operation& op = GetParam();
+    Outcomes o(op);
+    const auto crashAt = [](int k) {
+        return [k] {
+            return std::make_unique<FaultInjector>([k](const platform::CallInfo& call, int n) {
+                return platform::Injection{n == k ? platform::Fault::Crash : platform::Fault::None,
+                                           call.size / 2};
+            });
+        };
+    };
+    ASSERT_EQ(runInChild(
+                  op, o,
+                  [] {
+                      return std::make_unique<FaultInjector>(
+                          faultOnWritesIntoData(platform::Fault::Crash));
+                  },
+                  [](pid_t) {}),
+              platform::kCrashExitCode);
+    const Snapshot pending = snapshot(o.dir);
+    ASSERT_TRUE(pending.count(kRollbackJournalFileName));
+    const Operation reopen{"reopen", {}, true, [](DataFiles& data, Prompter&) {
+                               return data.team(kTeam).openFile(FileKind::Stats);
+                           }};
+    int calls = 0;
+    {
+        FaultInjector counting;
+        FakePrompter prompter;
+        DataFiles data(o.paths(), prompter);
+        ASSERT_TRUE(reopen.run(data, prompter));
+        calls = static_cast<int>(counting.calls().size());
+    }
+    ASSERT_GT(calls, 3);
+    for (int k = 1; k <= calls; ++k) {
+        restore(o.dir, pending);
+        ASSERT_EQ(runInChild(reopen, o, crashAt(k), [](pid_t) {}), platform::kCrashExitCode)
+            << "call " << k;
+        ASSERT_TRUE(holdsOldOrNew(op, o, Stopped::ByEnd)) << "ended at call " << k;
+        EXPECT_TRUE(snapshot(o.dir) == o.before) << "ended at call " << k;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Changes, OperationCrashes, ::testing::ValuesIn(operations()), nameOf);
+INSTANTIATE_TEST_SUITE_P(InPlace, RollbackCrashes, ::testing::ValuesIn(inPlaceOperations()),
+                         nameOf);

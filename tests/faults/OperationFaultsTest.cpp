@@ -112,12 +112,7 @@ TEST_P(RollbackFaults, AFullDiskWhileRollingBackLeavesTheRollbackToTheNextOpenin
     // The change stopped by a full disk at its first write into a data file, its journal made.
     {
         FakePrompter prompter;
-        FaultInjector faults([](const platform::CallInfo& call, int) {
-            const std::string name = FaultInjector::nameOf(call.path);
-            const bool intoData = call.call == platform::Call::Write &&
-                                  name != kRollbackJournalFileName && !name.ends_with(".tmp");
-            return platform::Injection{intoData ? Fault::NoSpace : Fault::None, call.size / 2};
-        });
+        FaultInjector faults(faultOnWritesIntoData(Fault::NoSpace));
         DataFiles data(o.paths(), prompter);
         ASSERT_EQ(op.run(data, prompter).kind(), ErrorKind::ProgramEnded);
     }
@@ -147,9 +142,4 @@ TEST_P(RollbackFaults, AFullDiskWhileRollingBackLeavesTheRollbackToTheNextOpenin
 
 INSTANTIATE_TEST_SUITE_P(Changes, OperationFaults, ::testing::ValuesIn(operations()), nameOf);
 
-std::vector<Operation> inPlaceOperations() {
-    std::vector<Operation> ops = operations();
-    std::erase_if(ops, [](const Operation& op) { return !op.inPlace; });
-    return ops;
-}
 INSTANTIATE_TEST_SUITE_P(InPlace, RollbackFaults, ::testing::ValuesIn(inPlaceOperations()), nameOf);

@@ -7,6 +7,7 @@
 #include "entry/PlayerScreen.h"
 #include "exchange/GameExport.h"
 #include "exchange/GameImport.h"
+#include "faults/FaultInjector.h"
 #include "games/GameList.h"
 #include "games/PlayerNumber.h"
 #include "games/Roster.h"
@@ -227,6 +228,24 @@ inline std::vector<Operation> operations() {
         // The roster first, then the player information (see RosterEditor::save).
         {"RosterSave", {"FBPN1.DAT", "FBPI1.DAT"}, false, saveRoster},
         {"PressBoxImport", {"FBGS1.DAT", "FBPS1.DAT", "FBPN1.DAT"}, true, importPressBoxGame},
+    };
+}
+
+// The changes made in place through the rollback journal.
+inline std::vector<Operation> inPlaceOperations() {
+    std::vector<Operation> ops = operations();
+    std::erase_if(ops, [](const Operation& op) { return !op.inPlace; });
+    return ops;
+}
+
+// A fault on every write into a data file (not its journal, not a temporary file): a change made
+// in place stops once its journal is made, a write having gone halfway.
+inline FaultInjector::Decide faultOnWritesIntoData(platform::Fault fault) {
+    return [fault](const platform::CallInfo& call, int) {
+        const std::string name = FaultInjector::nameOf(call.path);
+        const bool intoData = call.call == platform::Call::Write &&
+                              name != kRollbackJournalFileName && !name.ends_with(".tmp");
+        return platform::Injection{intoData ? fault : platform::Fault::None, call.size / 2};
     };
 }
 
