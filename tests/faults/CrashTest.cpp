@@ -155,8 +155,6 @@ TEST_P(OperationCrashes, AKillAtARandomMomentLeavesTheOldFilesOrTheNewOnes) {
     EXPECT_GT(killed, 0);
 }
 
-#endif
-
 // A change made in place that ended once its journal was made, then the opening that rolls it
 // back ended at each of its calls in turn: the next opening rolls back again.
 TEST_P(RollbackCrashes, AProcessEndingAtAnyCallOfTheRollbackLeavesItToTheNextOpening) {
@@ -200,6 +198,8 @@ TEST_P(RollbackCrashes, AProcessEndingAtAnyCallOfTheRollbackLeavesItToTheNextOpe
         EXPECT_TRUE(snapshot(o.dir) == o.before) << "ended at call " << k;
     }
 }
+
+#endif
 
 INSTANTIATE_TEST_SUITE_P(Changes, OperationCrashes, ::testing::ValuesIn(operations()), nameOf);
 INSTANTIATE_TEST_SUITE_P(InPlace, RollbackCrashes, ::testing::ValuesIn(inPlaceOperations()),
