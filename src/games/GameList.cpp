@@ -89,14 +89,18 @@ int GameList::positionOf(int gameNumber) const {
 
 Status GameList::readGame(TeamFiles& files, int gameNumber, GameRecord& game, bool& found) {
     found = false;
-    if (gameNumber >= 1) {
-        // A point sum out of range still gives the record, as a whole-file read does; a file
-        // shorter than the number is looked through whole below.
-        const Status s = files.gameRecord(Access::Read, gameNumber, game);
-        if (!s && s.kind() != ErrorKind::Overflow && s.kind() != ErrorKind::RecordRange)
+    // The game lies at its number's position or after it, behind the records of deleted games
+    // (which keep their places): the first live record of that number from there on is the one
+    // game() finds. A few records are looked at one by one; the file is read whole after that.
+    constexpr int kLookedAt = 64;
+    for (int p = gameNumber; p >= 1 && p < gameNumber + kLookedAt; ++p) {
+        // A point sum out of range still gives the record, as a whole-file read does.
+        const Status s = files.gameRecord(Access::Read, p, game);
+        if (s.kind() == ErrorKind::RecordRange)
+            break;
+        if (!s && s.kind() != ErrorKind::Overflow)
             return s;
-        found =
-            s.kind() != ErrorKind::RecordRange && game.isLive() && game.gameNumber == gameNumber;
+        found = game.isLive() && game.gameNumber == gameNumber;
         if (found)
             return Status::ok();
     }

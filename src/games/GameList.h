@@ -31,8 +31,8 @@ public:
     int positionOf(int gameNumber) const;
     // The live record of a game, or nullptr.
     // Reads game `gameNumber` alone, as game() finds it after load(): its record is looked for
-    // where it lies in a file without deleted games, and the file is read whole only when it is
-    // not there. `found` is false when there is no such game.
+    // from its number's position on, and the file is read whole only when it is not among the
+    // next few. `found` is false when there is no such game.
     static Status readGame(TeamFiles& files, int gameNumber, GameRecord& game, bool& found);
     const GameRecord* game(int gameNumber) const;
 

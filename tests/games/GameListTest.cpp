@@ -87,6 +87,15 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
     EXPECT_EQ(games.positionOf(1), 2);
     EXPECT_EQ(games.positionOf(3), 5);
     EXPECT_EQ(games.openingLines(config).size(), 3u);
+    // Read alone, behind the tombstones, each game is the one the list finds.
+    for (int n = 0; n <= 4; ++n) {
+        GameRecord alone;
+        bool found = false;
+        ASSERT_TRUE(GameList::readGame(files, n, alone, found));
+        ASSERT_EQ(found, games.game(n) != nullptr) << n;
+        if (found)
+            EXPECT_EQ(alone.opponent, games.game(n)->opponent) << n;
+    }
 }
 
 TEST_F(Season, InsertingBeforeGameTwoMovesLaterGamesAndResultsUp) {
