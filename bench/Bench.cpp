@@ -358,7 +358,10 @@ int main(int argc, char** argv) {
     // from the same file again, copied back and flushed outside the measurement.
     const std::string pristine = (folder / "pristine.tmp").string();
     plainCopy(stats, pristine);
-    const auto putBack = [&] { plainCopy(pristine, stats); };
+    const auto putBack = [&] {
+        plainCopy(pristine, stats + ".put");
+        fs::rename(stats + ".put", stats);
+    };
     int value = 7000;
     const auto save = [&](int game) {
         DataFiles data(paths, prompter);
