@@ -57,6 +57,13 @@ Status notATeamFile() {
 
 } // namespace
 
+Message unfinishedChangeMessage(const std::string& dataDirectory) {
+    return {"The last change to the files in " + platform::shownPath(dataDirectory) +
+                " was not finished when the program stopped, and has been undone: the files "
+                "are as they were before it. Please make that change again.",
+            "Unfinished Change", Buttons::Ok, Icon::Information, Answer::Ok};
+}
+
 // --- the data directory -----------------------------------------------------------------------
 
 DataFiles::DataFiles(DataPaths paths, Prompter& prompter)
@@ -103,8 +110,16 @@ Status DataFiles::rollBackInterruptedChange() {
     JournalFinding finding;
     if (Status s =
             guarded([&] { return scorvane::rollBackInterruptedChange(rollbackPath(), finding); });
-        !s || finding.kind != JournalFinding::Kind::Refused)
+        !s)
         return s;
+    if (finding.kind == JournalFinding::Kind::RolledBack ||
+        finding.kind == JournalFinding::Kind::Incomplete) {
+        // The user saw the change begin, perhaps end: he is told it did not happen.
+        (void)prompter_.ask(unfinishedChangeMessage(paths_.dataDirectory));
+        return Status::ok();
+    }
+    if (finding.kind != JournalFinding::Kind::Refused)
+        return Status::ok();
     // Applying a journal that does not fit could only do harm: it is kept aside for a look.
     const std::string aside = paths_.dataDirectory + kRefusedJournalFileName;
     if (Status s = guarded([&] { return platform::replaceFile(rollbackPath(), aside); }); !s)

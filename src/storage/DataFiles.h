@@ -23,6 +23,10 @@ enum class Access { Read, Write };
 
 class TeamFiles;
 
+// What the user is told when the files of a data directory were put back as they were before a
+// change the program did not finish (a crash, a power cut).
+Message unfinishedChangeMessage(const std::string& dataDirectory);
+
 namespace detail {
 // The open files of one team, shared by every handle on that team.
 struct TeamSlots {
@@ -96,7 +100,8 @@ public:
     // Runs a file operation under the disk error handler.
     [[nodiscard]] Status guarded(const std::function<Status()>& op);
     // A journal left by a crash is dealt with before the first file of the directory is opened: a
-    // change made in place is rolled back, a replacement of whole files is completed. A rollback
+    // change made in place is rolled back (and the user told, unfinishedChangeMessage), a
+    // replacement of whole files is completed. A rollback
     // journal that does not fit the files is never applied: it is set aside
     // (kRefusedJournalFileName) and the user is told.
     [[nodiscard]] Status finishInterruptedReplacement();

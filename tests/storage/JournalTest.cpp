@@ -100,7 +100,13 @@ Bytes resealed(Bytes journal) {
 TEST(RollbackJournal, AnInterruptedChangeIsRolledBackAndAFinishedOneStays) {
     PendingChange p;
     ASSERT_NE(p.dir.read("FBPS1.DAT"), p.stats); // half written
-    EXPECT_TRUE(p.open().empty());
+    const std::vector<Message> told = p.open();
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].title, "Unfinished Change");
+    EXPECT_EQ(told[0].text, "The last change to the files in " + platform::shownPath(p.dir.dir()) +
+                                " was not finished when the program stopped, and has been undone: "
+                                "the files are as they were before it. Please make that change "
+                                "again.");
     EXPECT_EQ(p.dir.read("FBPS1.DAT"), p.stats);
     EXPECT_EQ(p.dir.read("FBGS1.DAT"), p.games);
     EXPECT_FALSE(p.dir.exists(kRollbackJournalFileName));
@@ -123,7 +129,7 @@ TEST(RollbackJournal, AJournalThatDoesNotFitIsNeverApplied) {
     struct Case {
         std::string name;
         std::function<void(PendingChange&)> damage;
-        std::string said; // the refusal's words; empty: dropped without a word (cut short)
+        std::string said; // the refusal's words; empty: cut short, so never begun and dropped
     };
     const std::vector<Case> cases{
         {"foreign", [](PendingChange& p) { p.dir.write(kRollbackJournalFileName, pattern(300)); },
@@ -164,7 +170,7 @@ TEST(RollbackJournal, AJournalThatDoesNotFitIsNeverApplied) {
         EXPECT_EQ(p.dir.read("FBGS1.DAT"), games) << c.name;
         EXPECT_FALSE(p.dir.exists(kRollbackJournalFileName)) << c.name;
         if (c.said.empty()) {
-            EXPECT_TRUE(shown.empty()) << c.name;
+            EXPECT_EQ(shown, std::vector{unfinishedChangeMessage(p.dir.dir())}) << c.name;
             EXPECT_FALSE(p.dir.exists(kRefusedJournalFileName)) << c.name;
             continue;
         }
