@@ -562,42 +562,31 @@ Status TeamFiles::findGameStats(int gameNumber, int& first, int& last) {
         previous = g;
     }
     // The block found holds the game's records only.
-    constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
-    Bytes piece;
-    for (int from = first; ordered && from <= last;) {
-        const int n = std::min(kPerPiece, last - from + 1);
-        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
+    if (ordered)
+        if (Status s = forEachStatRecord(first, last,
+                                         [&](ByteView rec, int) {
+                                             ordered =
+                                                 StatHeader::decode(rec).gameNumber == gameNumber;
+                                             return ordered;
+                                         });
+            !s)
             return s;
-        for (std::size_t at = 0; at + StatRecord::Length <= piece.size(); at += StatRecord::Length)
-            ordered = ordered && StatHeader::decodeAt(piece, at).gameNumber == gameNumber;
-        from += n;
-    }
     if (ordered)
         return Status::ok();
 
     // Out of order: the records up to the first one of a later game, as read from the start.
     first = 1;
     last = count;
-    for (int from = 1; from <= count;) {
-        const int n = std::min(kPerPiece, count - from + 1);
-        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
-            return s;
-        const int got = static_cast<int>(piece.size() / StatRecord::Length);
-        for (int i = 0; i < got; ++i)
-            if (StatHeader::decodeAt(piece, static_cast<std::size_t>(i) * StatRecord::Length)
-                    .gameNumber > gameNumber) {
-                last = from + i - 1;
-                return Status::ok();
-            }
-        if (got < n)
-            break;
-        from += n;
-    }
-    return Status::ok();
+    return forEachStatRecord(1, count, [&](ByteView rec, int n) {
+        if (StatHeader::decode(rec).gameNumber <= gameNumber)
+            return true;
+        last = n - 1;
+        return false;
+    });
 }
 
-Status TeamFiles::statRecords(int first, int last, GameStatRecords& records) {
-    records.clear();
+Status TeamFiles::forEachStatRecord(int first, int last,
+                                    const std::function<bool(ByteView, int)>& visit) {
     if (Status s = ensureOpen(FileKind::Stats); !s)
         return s;
     RecordFile& file = slot(FileKind::Stats);
@@ -608,15 +597,24 @@ Status TeamFiles::statRecords(int first, int last, GameStatRecords& records) {
         if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
             return s;
         const int got = static_cast<int>(piece.size() / StatRecord::Length);
-        for (int i = 0; i < got; ++i) {
-            const auto at = piece.begin() + static_cast<std::ptrdiff_t>(i) * StatRecord::Length;
-            records.emplace(from + i, Bytes(at, at + StatRecord::Length));
-        }
+        for (int i = 0; i < got; ++i)
+            if (!visit(ByteView(piece).subspan(static_cast<std::size_t>(i) * StatRecord::Length,
+                                               StatRecord::Length),
+                       from + i))
+                return Status::ok();
         if (got < n)
             break;
         from += n;
     }
     return Status::ok();
+}
+
+Status TeamFiles::statRecords(int first, int last, GameStatRecords& records) {
+    records.clear();
+    return forEachStatRecord(first, last, [&](ByteView rec, int n) {
+        records.emplace(n, Bytes(rec.begin(), rec.end()));
+        return true;
+    });
 }
 
 Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
@@ -629,25 +627,15 @@ Status TeamFiles::indexGameStats(const GameRecord& game, GameStatsIndex& index,
     // Only the records found are read; the game's own are kept whole.
     std::vector<StatHeader> headers;
     GameStatRecords kept;
-    constexpr int kPerPiece = (1 << 20) / static_cast<int>(StatRecord::Length); // about 1 MiB
-    Bytes piece;
-    for (int from = first; from <= last;) {
-        const int n = std::min(kPerPiece, last - from + 1);
-        if (Status s = dir_->guarded([&] { return file.readRun(from, n, piece); }); !s)
-            return s;
-        const int got = static_cast<int>(piece.size() / StatRecord::Length);
-        for (int i = 0; i < got; ++i) {
-            const auto at = static_cast<std::size_t>(i) * StatRecord::Length;
-            headers.push_back(StatHeader::decodeAt(piece, at));
-            if (headers.back().gameNumber == game.gameNumber)
-                kept.emplace(from + i, Bytes(piece.begin() + static_cast<std::ptrdiff_t>(at),
-                                             piece.begin() + static_cast<std::ptrdiff_t>(
-                                                                 at + StatRecord::Length)));
-        }
-        if (got < n)
-            break;
-        from += n;
-    }
+    if (Status s = forEachStatRecord(first, last,
+                                     [&](ByteView rec, int n) {
+                                         headers.push_back(StatHeader::decode(rec));
+                                         if (headers.back().gameNumber == game.gameNumber)
+                                             kept.emplace(n, Bytes(rec.begin(), rec.end()));
+                                         return true;
+                                     });
+        !s)
+        return s;
     std::vector<int> changed;
     index = scorvane::indexGameStats(headers, game, changed, first);
     index.recordCount = count;

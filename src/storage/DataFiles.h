@@ -224,6 +224,10 @@ private:
         : dir_(&dir), slots_(std::move(shared)) {}
     RecordFile& slot(FileKind kind);
     [[nodiscard]] Status ensureOpen(FileKind kind);
+    // Calls visit(record, number) for statistics records first..last, read about 1 MiB at a
+    // time, until it returns false.
+    [[nodiscard]] Status forEachStatRecord(int first, int last,
+                                           const std::function<bool(ByteView, int)>& visit);
     [[nodiscard]] Status access(FileKind kind, Access mode, int recordNumber, Bytes& bytes);
     template <class R>
     [[nodiscard]] Status typed(FileKind kind, Access mode, int recordNumber, R& record);
