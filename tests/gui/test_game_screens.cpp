@@ -84,7 +84,7 @@ private slots:
         box(&d, "txtScore1")->setFocus();
         press(&d, "cmdImport");
         QCOMPARE(s.prompter.shown.back().text, std::string("Opponent can not be update team"));
-        QCOMPARE(QApplication::focusWidget(), box(&d, "txtGameDate"));
+        QCOMPARE(d.focusWidget(), box(&d, "txtGameDate"));
     }
     void aTieAsksAboutOvertimeAndABadDateIsRefused() {
         Season s;
@@ -193,7 +193,7 @@ private slots:
             QTest::keyClicks(box(&d, "txtNewNumber"), QString::fromLatin1(typed));
             press(&d, "cmdOK");
             QCOMPARE(s.prompter.shown.back().text, std::string("Must be 1 to 99!"));
-            QCOMPARE(QApplication::focusWidget(), box(&d, "txtNewNumber"));
+            QCOMPARE(d.focusWidget(), box(&d, "txtNewNumber"));
         }
         QCOMPARE(s.prompter.shown.size(), std::size_t(2));
 

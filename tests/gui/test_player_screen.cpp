@@ -169,7 +169,7 @@ private slots:
         QCOMPARE(table(&d)->currentRow(), 0);
         QCOMPARE(table(&d)->currentColumn(), 0);
         QCOMPARE(label(&d, "lblStatType"), QStringLiteral("PASSING"));
-        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        QCOMPARE(d.focusWidget(), catField(&d, 0));
         const QStringList onAdams = {"0,0", "0,0", "0,1", "0,2", "0,3", "0,4", "0,5"};
         QCOMPARE(highlight(table(&d)), onAdams);
         // An arrow key in the table is refused the same way.
@@ -177,12 +177,12 @@ private slots:
         QTest::keyClick(table(&d), Qt::Key_Down);
         QCOMPARE(s.prompter.shown.size(), std::size_t(2));
         QCOMPARE(highlight(table(&d)), onAdams);
-        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        QCOMPARE(d.focusWidget(), catField(&d, 0));
         // So is Team Totals, and the cursor goes to the field to correct.
         type(catField(&d, 4), QStringLiteral("5"));
         press(&d, "cmdTeam");
         QCOMPARE(s.prompter.shown.size(), std::size_t(3));
-        QCOMPARE(QApplication::focusWidget(), catField(&d, 0));
+        QCOMPARE(d.focusWidget(), catField(&d, 0));
 
         // Corrected, the click goes through: Baker's defense panel.
         type(catField(&d, 0), QStringLiteral("11"));

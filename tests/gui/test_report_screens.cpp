@@ -422,14 +422,14 @@ private slots:
             low->setText(QString::fromLatin1(bad));
             press(&d, "cmdCompute");
             QVERIFY(f.prompter.shown.back() == fromInvalid);
-            QCOMPARE(QApplication::focusWidget(), low);
+            QCOMPARE(d.focusWidget(), low);
             QVERIFY(d.isVisible());
         }
         low->setText(QStringLiteral("5"));
         high->setText(QStringLiteral("1000"));
         press(&d, "cmdCompute");
         QVERIFY(f.prompter.shown.back() == (Message{"Must be 1 to 999", "To Game Invalid"}));
-        QCOMPARE(QApplication::focusWidget(), high);
+        QCOMPARE(d.focusWidget(), high);
         QCOMPARE(f.prompter.shown.size(), std::size_t(4));
 
         // A reversed range is swapped; one game type left out; the player name as kept.
