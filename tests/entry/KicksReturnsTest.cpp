@@ -1,5 +1,4 @@
-#include "entry/PlayerScreen.h"
-#include "support/StatBuilders.h"
+#include "entry/ScreenFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,32 +9,11 @@ using Strings = std::vector<std::string>;
 
 namespace {
 
-struct KickFixture : ::testing::Test, TeamData {
-    PlayerScreen screen;
-
+struct KickFixture : ScreenFixture {
     void SetUp() override {
         roster({{9, "Kay Kicker"}, {21, "Ray Returner"}});
         games(1);
-        ASSERT_TRUE(screen.open(files, 1, columns, prompter));
-    }
-    // Adds a kick; returns "" when it was added, else the message and title shown.
-    std::string kick(KickType type, const std::string& yards, std::vector<KickMark> marks = {}) {
-        screen.selectKickType(type);
-        screen.setKickYards(yards);
-        for (KickMark m : marks)
-            screen.setKickMark(m, true);
-        const std::size_t before = prompter.shown.size();
-        const bool added = screen.addKick();
-        EXPECT_EQ(added, prompter.shown.size() == before);
-        return added ? "" : prompter.shown.back().text + "|" + prompter.shown.back().title;
-    }
-    std::string ret(ReturnType type, const std::string& yards, std::vector<ReturnMark> marks = {}) {
-        screen.selectReturnType(type);
-        screen.setReturnYards(yards);
-        for (ReturnMark m : marks)
-            screen.setReturnMark(m, true);
-        const bool added = screen.addReturn();
-        return added ? "" : prompter.shown.back().text + "|" + prompter.shown.back().title;
+        open();
     }
 };
 
@@ -97,8 +75,7 @@ TEST_F(KickFixture, KickChecksInTheirOrder) {
 TEST_F(KickFixture, EighteenPlaysAtMostAndDeletingMovesTheSelection) {
     ASSERT_TRUE(screen.clickCell(1, 5));
     EXPECT_FALSE(screen.deleteReturn(-1));
-    EXPECT_EQ(prompter.shown.back().text + "|" + prompter.shown.back().title,
-              "No return to delete!|Invalid Delete");
+    EXPECT_EQ(lastMessage(), "No return to delete!|Invalid Delete");
     EXPECT_EQ(ret(ReturnType::None, "5"), "Must select Punt or Kick Return!|Invalid Return Type");
     EXPECT_EQ(ret(ReturnType::Kick, "121"), "Return yards can not be > 120.|Invalid Return Yards");
     EXPECT_EQ(screen.focus(), (Focus{Focus::Target::ReturnYards, -1}));
@@ -174,7 +151,7 @@ TEST_F(KickFixture, LeavingASetUpPlayAsksWhetherToAddIt) {
     screen.selectReturnType(ReturnType::Kick);
     screen.setReturnYards("20");
     ASSERT_TRUE(screen.toggleTeamTotals());
-    EXPECT_EQ(prompter.shown.back().text + "|" + prompter.shown.back().title,
+    EXPECT_EQ(lastMessage(),
               "The return you set up (KR 20) is not on the list. Add it now?|Return Not Added");
     EXPECT_EQ(screen.returnItems(), (Strings{"KR 20 "}));
 }

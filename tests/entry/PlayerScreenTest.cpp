@@ -1,9 +1,6 @@
-#include "entry/PlayerScreen.h"
-#include "support/StatBuilders.h"
+#include "entry/ScreenFixture.h"
 
 #include <gtest/gtest.h>
-
-#include <map>
 
 using namespace scorvane;
 using namespace scorvane::testing;
@@ -12,23 +9,10 @@ using Cell = PlayerScreen::Cell;
 
 namespace {
 
-struct ScreenFixture : ::testing::Test, TeamData {
-    PlayerScreen screen;
-
+struct PlayerFixture : ScreenFixture {
     void SetUp() override {
         roster({{3, "Ann Arbor"}, {7, "Bo Brown"}, {12, "Cy Clark"}});
         games(2);
-    }
-    void open(int game = 1) { ASSERT_TRUE(screen.open(files, game, columns, prompter, "Ravens")); }
-    void type(const std::map<int, std::string>& texts) {
-        for (const auto& [field, text] : texts)
-            screen.editField(field, text);
-    }
-    std::string lastMessage() const {
-        if (prompter.shown.empty())
-            return "";
-        const Message& m = prompter.shown.back();
-        return m.text + "|" + m.title;
     }
     std::vector<std::string> fields() const {
         std::vector<std::string> out;
@@ -41,10 +25,10 @@ struct ScreenFixture : ::testing::Test, TeamData {
 
 } // namespace
 
-TEST_F(ScreenFixture, OpensOnTheFirstPlayerInPassingWithWhatIsRecorded) {
+TEST_F(PlayerFixture, OpensOnTheFirstPlayerInPassingWithWhatIsRecorded) {
     stats({categoryRecord(1, 7, 'D', {5, 2, 0, 0, 0, 0, 0, 25, 0, 0, 4}),
            categoryRecord(1, 7, 'P', {3, 2, 20, 0, 1, 0, 15}), categoryRecord(2, 3, 'P', {9, 9})});
-    open();
+    open(1, "Ravens");
     ASSERT_EQ(screen.rows().size(), 3u);
     EXPECT_EQ(screen.rows()[1].number * 1000 + screen.rows()[2].number, 7012);
     EXPECT_EQ(screen.selectedCell(), (Cell{0, 0}));
@@ -67,7 +51,7 @@ TEST_F(ScreenFixture, OpensOnTheFirstPlayerInPassingWithWhatIsRecorded) {
     EXPECT_FALSE(screen.resultsChanged());
 }
 
-TEST_F(ScreenFixture, EditsTickPlayedAndCountButTheScreensOwnFillingDoesNot) {
+TEST_F(PlayerFixture, EditsTickPlayedAndCountButTheScreensOwnFillingDoesNot) {
     open();
     {
         PlayerScreen::Filling filling(screen);
@@ -103,9 +87,9 @@ TEST_F(ScreenFixture, EditsTickPlayedAndCountButTheScreensOwnFillingDoesNot) {
     EXPECT_EQ(screen.nextFieldAfterEnter(12), 22);
 }
 
-TEST_F(ScreenFixture, AFailedCheckKeepsThePlayerAndItsEntries) {
+TEST_F(PlayerFixture, AFailedCheckKeepsThePlayerAndItsEntries) {
     open();
-    type({{0, "10"}, {1, "6"}, {4, "5"}});
+    type("0=10 1=6 4=5");
     EXPECT_FALSE(screen.clickCell(2, 3));
     EXPECT_EQ(lastMessage(), "Cm + Int > Att|Error");
     EXPECT_EQ(screen.selectedCell(), (Cell{0, 0}));
@@ -120,32 +104,30 @@ TEST_F(ScreenFixture, AFailedCheckKeepsThePlayerAndItsEntries) {
     EXPECT_EQ(prompter.shown.size(), 4u);
 
     // A number too large for the file is refused, not cut.
-    type({{0, "99999"}});
+    type("0=99999");
     EXPECT_EQ(screen.ok(), PlayerScreen::Leave::Stay);
     EXPECT_EQ(lastMessage(), "Number must be between -32768 and 32767|Error");
     EXPECT_EQ(statsFile(), Bytes{});
 
-    type({{0, "11"}});
+    type("0=11");
     ASSERT_TRUE(screen.clickCell(1, 1));
     ASSERT_TRUE(screen.clickCell(0, 0));
     EXPECT_EQ(screen.fieldText(0) + screen.fieldText(4), "115");
 }
 
-TEST_F(ScreenFixture, LeavingAsksOnlyWhenSomethingChanged) {
+TEST_F(PlayerFixture, LeavingAsksOnlyWhenSomethingChanged) {
     const Message cancelQuestion{"Do you really want to cancel?", "Player Statistics Changed!",
                                  Buttons::YesNo, Icon::Question, Answer::No};
     open();
     EXPECT_EQ(screen.cancel(), PlayerScreen::Leave::GameList);
     EXPECT_TRUE(prompter.shown.empty());
 
-    ASSERT_TRUE(screen.clickCell(1, 4));
-    type({{22, "3"}});
+    type(1, 4, "22=3");
     prompter.answers = {Answer::No};
     EXPECT_EQ(screen.cancel(), PlayerScreen::Leave::Stay);
     EXPECT_EQ(prompter.shown.back(), cancelQuestion);
     EXPECT_EQ(screen.focus(), (Focus{Focus::Target::Field, 22})); // kicking has no field 0
-    ASSERT_TRUE(screen.clickCell(2, 0));
-    type({{0, "1"}});
+    type(2, 0, "0=1");
     prompter.answers = {Answer::Yes};
     EXPECT_EQ(screen.cancel(), PlayerScreen::Leave::GameList);
     EXPECT_EQ(statsFile(), Bytes{}); // cancel writes nothing
@@ -153,8 +135,7 @@ TEST_F(ScreenFixture, LeavingAsksOnlyWhenSomethingChanged) {
     // Game screen: No leaves without saving; Yes saves.
     prompter.answers = {Answer::No};
     EXPECT_EQ(screen.toGameScreen(), PlayerScreen::Leave::GameScreen);
-    EXPECT_EQ(prompter.shown.back().text + "|" + prompter.shown.back().title,
-              "Save player statistics?|Player Statistics Changed!");
+    EXPECT_EQ(lastMessage(), "Save player statistics?|Player Statistics Changed!");
     EXPECT_EQ(statsFile(), Bytes{});
     prompter.answers = {Answer::Yes};
     EXPECT_EQ(screen.toGameScreen(), PlayerScreen::Leave::GameScreen);
@@ -162,7 +143,7 @@ TEST_F(ScreenFixture, LeavingAsksOnlyWhenSomethingChanged) {
               joined({listRecord(1, 7, 'K', {3}, {}), categoryRecord(1, 12, 'P', {1})}));
 }
 
-TEST_F(ScreenFixture, TeamTotalsSumEveryRecordedPlayer) {
+TEST_F(PlayerFixture, TeamTotalsSumEveryRecordedPlayer) {
     stats({categoryRecord(1, 3, 'P', {10, 6, 80, 0, 1, 0, 40}),
            categoryRecord(1, 7, 'P', {8, 4, 50, 0, 0, 0, 25, 0, 0, 0, 0, 0, 2}),
            categoryRecord(1, 7, 'D', {0, 0, 0, 0, 0, 0, 0, 15}),
@@ -211,10 +192,9 @@ TEST_F(ScreenFixture, TeamTotalsSumEveryRecordedPlayer) {
               "3 Kick Returns|0 Punt Returns|0 Punts");
 }
 
-TEST_F(ScreenFixture, TheRosterClosingRefillsTheTableInPassing) {
+TEST_F(PlayerFixture, TheRosterClosingRefillsTheTableInPassing) {
     open();
-    ASSERT_TRUE(screen.clickCell(1, 2));
-    type({{0, "2"}, {1, "9"}});
+    type(1, 2, "0=2 1=9");
     ASSERT_TRUE(screen.prepareRoster());
     Roster changed;
     changed.inUse[7] = changed.inUse[40] = true;

@@ -48,12 +48,13 @@ private:
     platform::Hooks hooks_{this, &FaultInjector::before};
 };
 
-// A fault on the `n`-th call of the whole run; a write gets half of its bytes first.
-inline FaultInjector::Decide faultOnCall(int n, platform::Fault fault) {
-    return [n, fault](const platform::CallInfo& call, int number) {
+// A fault on the `n`-th call of the whole run; a write gets half of its bytes first, unless not
+// `halfway`.
+inline FaultInjector::Decide faultOnCall(int n, platform::Fault fault, bool halfway = true) {
+    return [=](const platform::CallInfo& call, int number) {
         if (number != n)
             return platform::Injection{};
-        return platform::Injection{fault, call.size / 2};
+        return platform::Injection{fault, halfway ? call.size / 2 : 0};
     };
 }
 

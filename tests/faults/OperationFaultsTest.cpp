@@ -10,136 +10,75 @@ using namespace scorvane;
 using namespace scorvane::testing;
 using platform::Fault;
 
-namespace {
+using OperationFaults = OperationTest;
+using RollbackFaults = OperationTest;
 
-// The number of file-system calls the change makes when nothing goes wrong.
-int callsOf(const Operation& op, const Outcomes& o) {
-    FakePrompter prompter;
-    FaultInjector counting;
-    {
-        DataFiles data(o.paths(), prompter);
-        EXPECT_TRUE(op.run(data, prompter));
-    }
-    restore(o.dir, o.before);
-    return static_cast<int>(counting.calls().size());
-}
-
-class OperationFaults : public ::testing::TestWithParam<Operation> {};
-
-std::string nameOf(const ::testing::TestParamInfo<Operation>& info) {
-    return info.param.name;
-}
-
-} // namespace
-
-TEST_P(OperationFaults, AFullDiskAtAnyCallIsReportedAndLeavesTheOldFilesOrTheNewOnes) {
+// A full disk ends the program; a disk not ready is retried to the end (Retry is the default
+// answer) or, cancelled, ends the program. Cancel is tried at every other call only.
+TEST_P(OperationFaults, ADiskErrorAtAnyCallIsReportedAndLeavesTheOldFilesOrTheNewOnes) {
     const Operation& op = GetParam();
     Outcomes o(op);
-    const int calls = callsOf(op, o);
+    const int calls = static_cast<int>(o.callsOf(op).size());
     ASSERT_GT(calls, 5);
-    int sawOld = 0, sawNew = 0;
-    for (int k = 1; k <= calls; ++k) {
-        FakePrompter prompter;
-        {
-            FaultInjector faults(faultOnCall(k, Fault::NoSpace));
-            DataFiles data(o.paths(), prompter);
-            EXPECT_EQ(op.run(data, prompter).kind(), ErrorKind::ProgramEnded) << "call " << k;
-        }
-        const auto shown = diskMessages(prompter);
-        ASSERT_EQ(shown.size(), 1u) << "call " << k;
-        EXPECT_TRUE(shown[0].text.starts_with("Unrecoverable Error - ")) << shown[0].text;
+    for (auto [fault, answer, step] : {std::tuple{Fault::NoSpace, Answer::Ok, 1},
+                                       {Fault::NotReady, Answer::Retry, 1},
+                                       {Fault::NotReady, Answer::Cancel, 2}}) {
+        const bool ends = answer != Answer::Retry;
+        int sawOld = 0, sawNew = 0;
+        for (int k = 1; k <= calls; k += step) {
+            SCOPED_TRACE(::testing::Message()
+                         << "fault " << int(fault) << ", answer " << int(answer) << ", call " << k);
+            FakePrompter prompter;
+            prompter.answers = {answer};
+            {
+                FaultInjector faults(faultOnCall(k, fault));
+                const Status s = o.run(op, prompter);
+                EXPECT_TRUE(ends ? s.kind() == ErrorKind::ProgramEnded : s.isOk());
+            }
+            const auto shown = diskMessages(prompter);
+            ASSERT_EQ(shown.size(), 1u);
+            EXPECT_EQ(shown[0].buttons,
+                      fault == Fault::NoSpace ? Buttons::Ok : Buttons::RetryCancel);
+            if (fault == Fault::NoSpace) {
+                EXPECT_TRUE(shown[0].text.starts_with("Unrecoverable Error - ")) << shown[0].text;
 #ifndef _WIN32
-        EXPECT_EQ(shown[0].text, "Unrecoverable Error - No space left on device");
+                EXPECT_EQ(shown[0].text, "Unrecoverable Error - No space left on device");
 #endif
-        EXPECT_EQ(shown[0].buttons, Buttons::Ok);
-        EXPECT_EQ(prompter.endCalls, 1);
-        ASSERT_TRUE(holdsOldOrNew(op, o)) << "full disk at call " << k;
-        ++(snapshot(o.dir) == o.after ? sawNew : sawOld);
-        restore(o.dir, o.before);
-    }
-    // A failure after the change was decided is finished on the next opening.
-    EXPECT_GT(sawOld, 0);
-    if (op.together && op.rewrites.size() > 1 && !op.inPlace) {
-        EXPECT_GT(sawNew, 0);
-    }
-}
-
-TEST_P(OperationFaults, ADiskNotReadyAtAnyCallIsRetriedToTheEnd) {
-    const Operation& op = GetParam();
-    Outcomes o(op);
-    const int calls = callsOf(op, o);
-    for (int k = 1; k <= calls; ++k) {
-        FakePrompter prompter; // answers Retry, the default
-        {
-            FaultInjector faults(faultOnCall(k, Fault::NotReady));
-            DataFiles data(o.paths(), prompter);
-            EXPECT_TRUE(op.run(data, prompter)) << "call " << k;
+            }
+            EXPECT_EQ(prompter.endCalls, ends ? 1 : 0);
+            ASSERT_TRUE(holdsOldOrNew(op, o));
+            ++(o.isNew() ? sawNew : sawOld);
+            EXPECT_TRUE(ends || o.isNew()) << "retried but not finished";
+            o.reset(o.before);
         }
-        const auto shown = diskMessages(prompter);
-        ASSERT_EQ(shown.size(), 1u) << "call " << k;
-        EXPECT_EQ(shown[0].buttons, Buttons::RetryCancel);
-        EXPECT_EQ(prompter.endCalls, 0);
-        ASSERT_TRUE(holdsOldOrNew(op, o));
-        EXPECT_TRUE(snapshot(o.dir) == o.after) << "retried at call " << k << " but not finished";
-        restore(o.dir, o.before);
-    }
-}
-
-TEST_P(OperationFaults, CancelOnADiskNotReadyEndsTheProgramWithTheFilesWhole) {
-    const Operation& op = GetParam();
-    Outcomes o(op);
-    const int calls = callsOf(op, o);
-    for (int k = 1; k <= calls; k += 2) {
-        FakePrompter prompter;
-        prompter.answers = {Answer::Cancel};
-        {
-            FaultInjector faults(faultOnCall(k, Fault::NotReady));
-            DataFiles data(o.paths(), prompter);
-            EXPECT_EQ(op.run(data, prompter).kind(), ErrorKind::ProgramEnded) << "call " << k;
+        if (fault != Fault::NoSpace)
+            continue;
+        // A failure after the change was decided is finished on the next opening.
+        EXPECT_GT(sawOld, 0);
+        if (op.together && op.rewrites.size() > 1 && !op.inPlace) {
+            EXPECT_GT(sawNew, 0);
         }
-        EXPECT_EQ(diskMessages(prompter).size(), 1u);
-        EXPECT_EQ(prompter.endCalls, 1);
-        ASSERT_TRUE(holdsOldOrNew(op, o)) << "cancelled at call " << k;
-        restore(o.dir, o.before);
     }
 }
-
-class RollbackFaults : public ::testing::TestWithParam<Operation> {};
 
 TEST_P(RollbackFaults, AFullDiskWhileRollingBackLeavesTheRollbackToTheNextOpening) {
     const Operation& op = GetParam();
     Outcomes o(op);
-    // The change stopped by a full disk at its first write into a data file, its journal made.
-    {
-        FakePrompter prompter;
-        FaultInjector faults(faultOnWritesIntoData(Fault::NoSpace));
-        DataFiles data(o.paths(), prompter);
-        ASSERT_EQ(op.run(data, prompter).kind(), ErrorKind::ProgramEnded);
-    }
-    const Snapshot pending = snapshot(o.dir);
-    ASSERT_TRUE(pending.count(kRollbackJournalFileName));
-    int calls = 0;
-    {
-        FakePrompter prompter;
-        FaultInjector counting;
-        DataFiles data(o.paths(), prompter);
-        ASSERT_TRUE(data.team(kTeam).openFile(FileKind::Stats));
-        calls = static_cast<int>(counting.calls().size());
-    }
+    const FolderSnapshot pending = o.stoppedWithJournal(op);
+    o.reset(pending);
+    const int calls = static_cast<int>(o.callsOf(kReopen).size());
     for (int k = 1; k <= calls; ++k) {
-        restore(o.dir, pending);
+        o.reset(pending);
         FakePrompter prompter;
         {
             FaultInjector faults(faultOnCall(k, Fault::NoSpace));
-            DataFiles data(o.paths(), prompter);
-            EXPECT_FALSE(data.team(kTeam).openFile(FileKind::Stats)) << "call " << k;
+            EXPECT_FALSE(o.run(kReopen, prompter)) << "call " << k;
         }
         EXPECT_EQ(diskMessages(prompter).size(), 1u) << "call " << k;
         ASSERT_TRUE(holdsOldOrNew(op, o)) << "full disk at call " << k << " of the rollback";
-        EXPECT_TRUE(snapshot(o.dir) == o.before) << "call " << k;
+        EXPECT_TRUE(snapshot(o.dir.path()) == o.before) << "call " << k;
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Changes, OperationFaults, ::testing::ValuesIn(operations()), nameOf);
-
 INSTANTIATE_TEST_SUITE_P(InPlace, RollbackFaults, ::testing::ValuesIn(inPlaceOperations()), nameOf);

@@ -12,6 +12,7 @@
 #include "games/PlayerNumber.h"
 #include "games/Roster.h"
 #include "sample/SampleSeason.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/DataFiles.h"
 #include "storage/Records.h"
 #include "support/FakePrompter.h"
@@ -20,31 +21,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 namespace scorvane::testing {
-
-// Every file of a folder by name.
-using Snapshot = std::map<std::string, Bytes>;
-
-inline Snapshot snapshot(const TempDir& dir) {
-    Snapshot files;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
-        if (entry.is_regular_file())
-            files[entry.path().filename().string()] = dir.read(entry.path().filename().string());
-    return files;
-}
-
-inline void restore(const TempDir& dir, const Snapshot& files) {
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
-        std::filesystem::remove(entry.path());
-    for (const auto& [name, bytes] : files)
-        dir.write(name, bytes);
-}
 
 // The team the changes are made on.
 inline constexpr int kTeam = 1;
@@ -81,35 +62,37 @@ inline Status savePlayerResults(DataFiles& data, Prompter& prompter, int game) {
     return Status::ok();
 }
 
-// The Special Select mark of game 3 set, in the game and in its statistics.
-inline Status markThirdGame(DataFiles& data, Prompter&) {
+// The game list loaded, then changed by `change`.
+template <class Change> Status withGames(DataFiles& data, Change change) {
     TeamFiles files = data.team(kTeam);
     GameList games;
     if (Status s = games.load(files); !s)
         return s;
-    std::string line;
-    return games.toggleMark(files, 2, ConfigRecord{}, line);
-}
-inline Status insertFirstGame(DataFiles& data, Prompter&) {
-    TeamFiles files = data.team(kTeam);
-    GameList games;
-    if (Status s = games.load(files); !s)
-        return s;
-    GameRecord game;
-    game.opponent = "Inserted";
-    game.teamScore = {7, 0, 3, 0, 0};
-    return games.insert(files, 1, game);
+    return change(files, games);
 }
 
+// The Special Select mark of game 3 set, in the game and in its statistics.
+inline Status markThirdGame(DataFiles& data, Prompter&) {
+    return withGames(data, [](TeamFiles& files, GameList& games) {
+        std::string line;
+        return games.toggleMark(files, 2, ConfigRecord{}, line);
+    });
+}
+inline Status insertFirstGame(DataFiles& data, Prompter&) {
+    return withGames(data, [](TeamFiles& files, GameList& games) {
+        GameRecord game;
+        game.opponent = "Inserted";
+        game.teamScore = {7, 0, 3, 0, 0};
+        return games.insert(files, 1, game);
+    });
+}
 inline Status deleteFirstGame(DataFiles& data, Prompter& prompter) {
-    TeamFiles files = data.team(kTeam);
-    GameList games;
-    if (Status s = games.load(files); !s)
-        return s;
-    bool deleted = false;
-    if (auto* fake = dynamic_cast<FakePrompter*>(&prompter))
-        fake->answers.push_front(Answer::Ok); // the question before deleting
-    return games.remove(files, prompter, 0, deleted);
+    return withGames(data, [&](TeamFiles& files, GameList& games) {
+        if (auto* fake = dynamic_cast<FakePrompter*>(&prompter))
+            fake->answers.push_front(Answer::Ok); // the question before deleting
+        bool deleted = false;
+        return games.remove(files, prompter, 0, deleted);
+    });
 }
 
 // The first player with contact details moves, with them, to the first free number.
@@ -190,6 +173,10 @@ inline Status importPressBoxGame(DataFiles& data, Prompter&) {
 inline void PrintTo(const Operation& op, std::ostream* out) {
     *out << op.name;
 }
+inline std::string nameOf(const ::testing::TestParamInfo<Operation>& info) {
+    return info.param.name;
+}
+class OperationTest : public ::testing::TestWithParam<Operation> {};
 
 // The disk error handler's messages among those shown (the delete question is none of them).
 inline std::vector<Message> diskMessages(const FakePrompter& prompter) {
@@ -200,24 +187,21 @@ inline std::vector<Message> diskMessages(const FakePrompter& prompter) {
     return out;
 }
 
+// Each game gets a new record: game 3's is early, so the file is replaced whole; from game 8 on
+// the file is rewritten in place; game 10 is the last.
+inline Operation playerScreenSave(std::string name, int game) {
+    return {std::move(name),
+            {"FBPS1.DAT"},
+            true,
+            [game](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, game); },
+            game > 3};
+}
+
 inline std::vector<Operation> operations() {
     return {
-        // Each game gets a new record: game 3's is early, so the file is replaced whole; from
-        // game 8 on the file is rewritten in place; game 10 is the last.
-        {"PlayerScreenSave",
-         {"FBPS1.DAT"},
-         true,
-         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 3); }},
-        {"PlayerScreenSaveLaterGame",
-         {"FBPS1.DAT"},
-         true,
-         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 8); },
-         true},
-        {"PlayerScreenSaveLastGame",
-         {"FBPS1.DAT"},
-         true,
-         [](DataFiles& d, Prompter& p) { return savePlayerResults(d, p, 10); },
-         true},
+        playerScreenSave("PlayerScreenSave", 3),
+        playerScreenSave("PlayerScreenSaveLaterGame", 8),
+        playerScreenSave("PlayerScreenSaveLastGame", 10),
         {"SpecialSelectMark", {"FBGS1.DAT", "FBPS1.DAT"}, true, markThirdGame, true},
         {"GameInsert", {"FBGS1.DAT", "FBPS1.DAT"}, true, insertFirstGame},
         {"GameDelete", {"FBGS1.DAT", "FBPS1.DAT"}, true, deleteFirstGame},
@@ -252,38 +236,53 @@ inline FaultInjector::Decide faultOnWritesIntoData(platform::Fault fault) {
 // A data directory holding the sample season, and the team's files before and after a change.
 struct Outcomes {
     TempDir dir;
-    Snapshot before, after;
+    FolderSnapshot before, after;
 
     explicit Outcomes(const Operation& op) {
         FakePrompter prompter;
         {
-            DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
+            DataFiles data(paths(), prompter);
             EXPECT_TRUE(writeSampleSeason(data));
         }
-        before = snapshot(dir);
-        {
-            DataFiles data(DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter);
-            EXPECT_TRUE(op.run(data, prompter)) << op.name;
-        }
-        after = snapshot(dir);
+        before = snapshot(dir.path());
+        EXPECT_TRUE(run(op, prompter)) << op.name;
+        after = snapshot(dir.path());
         EXPECT_TRUE(diskMessages(prompter).empty()) << op.name;
         for (const auto& name : op.rewrites)
             EXPECT_NE(before[name], after[name]) << op.name << " leaves " << name << " unchanged";
-        restore(dir, before);
+        reset(before);
     }
     DataPaths paths() const { return {dir.dir(), dir.dir(), dir.dir()}; }
+    Status run(const Operation& op, Prompter& prompter) const {
+        DataFiles data(paths(), prompter);
+        return op.run(data, prompter);
+    }
+    bool isNew() const { return snapshot(dir.path()) == after; }
+    void reset(const FolderSnapshot& files) const { restoreSnapshot(dir.path(), files); }
+    // The file-system calls the change makes when nothing goes wrong, the folder set back after.
+    std::vector<FaultInjector::Seen> callsOf(const Operation& op) const {
+        FakePrompter prompter;
+        FaultInjector counting;
+        EXPECT_TRUE(run(op, prompter)) << op.name;
+        reset(before);
+        return counting.calls();
+    }
+    // The change stopped by a full disk at its first write into a data file, its rollback journal
+    // made: what the folder holds then.
+    FolderSnapshot stoppedWithJournal(const Operation& op) const {
+        FakePrompter prompter;
+        FaultInjector faults(faultOnWritesIntoData(platform::Fault::NoSpace));
+        EXPECT_EQ(run(op, prompter).kind(), ErrorKind::ProgramEnded) << op.name;
+        FolderSnapshot pending = snapshot(dir.path());
+        EXPECT_TRUE(pending.count(kRollbackJournalFileName)) << op.name;
+        return pending;
+    }
 };
 
-// The game numbers of the statistics records, in file order.
-inline std::vector<int> statGameNumbers(const Bytes& stats) {
-    std::vector<int> numbers;
-    for (std::size_t at = 0; at + StatRecord::Length <= stats.size(); at += StatRecord::Length)
-        numbers.push_back(
-            StatHeader::decode(Bytes(stats.begin() + static_cast<std::ptrdiff_t>(at),
-                                     stats.begin() + static_cast<std::ptrdiff_t>(at + 8)))
-                .gameNumber);
-    return numbers;
-}
+// The opening of the data directory, which rolls back a change left with its journal.
+inline const Operation kReopen{"reopen", {}, true, [](DataFiles& data, Prompter&) {
+                                   return data.team(kTeam).openFile(FileKind::Stats);
+                               }};
 
 // What must hold once the data directory has been opened again after a stopped change: every
 // file the change rewrites as before or as after and every other file as before, files changed
@@ -306,8 +305,8 @@ inline ::testing::AssertionResult holdsOldOrNew(const Operation& op, const Outco
             if (m != unfinishedChangeMessage(o.paths().dataDirectory))
                 return ::testing::AssertionFailure() << "opening shows " << m.text;
     }
-    const Snapshot now = snapshot(o.dir);
-    const auto of = [](const Snapshot& s, const std::string& name) {
+    const FolderSnapshot now = snapshot(o.dir.path());
+    const auto of = [](const FolderSnapshot& s, const std::string& name) {
         return s.count(name) ? s.at(name) : Bytes{};
     };
     for (const auto& [name, bytes] : now)
@@ -332,17 +331,15 @@ inline ::testing::AssertionResult holdsOldOrNew(const Operation& op, const Outco
             return ::testing::AssertionFailure() << "a later file changed before an earlier one";
     }
 
-    const std::vector<int> numbers = statGameNumbers(now.at("FBPS1.DAT"));
+    const ByteView stats = now.at("FBPS1.DAT"), games = now.at("FBGS1.DAT");
+    std::vector<int> numbers; // the statistics' game numbers in file order
+    for (std::size_t at = 0; at + StatRecord::Length <= stats.size(); at += StatRecord::Length)
+        numbers.push_back(StatHeader::decode(stats.subspan(at, 8)).gameNumber);
     if (!std::is_sorted(numbers.begin(), numbers.end()))
         return ::testing::AssertionFailure() << "the statistics are out of game order";
     int liveGames = 0;
-    const Bytes& games = now.at("FBGS1.DAT");
     for (std::size_t at = 0; at + GameRecord::Length <= games.size(); at += GameRecord::Length)
-        liveGames +=
-            GameRecord::decode(
-                Bytes(games.begin() + static_cast<std::ptrdiff_t>(at),
-                      games.begin() + static_cast<std::ptrdiff_t>(at + GameRecord::Length)))
-                .isLive();
+        liveGames += GameRecord::decode(games.subspan(at, GameRecord::Length)).isLive();
     if (!numbers.empty() && (numbers.front() < 1 || numbers.back() > liveGames))
         return ::testing::AssertionFailure()
                << "statistics of game " << numbers.back() << " but " << liveGames << " games";

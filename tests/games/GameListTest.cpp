@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::intAt;
+using namespace scorvane::testing;
 
 namespace {
 
 // Team 1 with `count` live games (opponent "Opp<n>", won n-0) and two statistics records per game.
-struct Season : ::testing::Test, scorvane::testing::ScratchData {
+struct Season : ::testing::Test, ScratchData {
     ConfigRecord config = ConfigRecord::defaults();
     GameList games;
 
@@ -93,8 +93,9 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
         bool found = false;
         ASSERT_TRUE(GameList::readGame(files, n, alone, found));
         ASSERT_EQ(found, games.game(n) != nullptr) << n;
-        if (found)
+        if (found) {
             EXPECT_EQ(alone.opponent, games.game(n)->opponent) << n;
+        }
     }
 }
 

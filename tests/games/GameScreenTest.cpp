@@ -10,12 +10,11 @@ using namespace scorvane;
 
 // Designated initializers name only the fields a test cares about.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
-using scorvane::testing::intAt;
-using scorvane::testing::textAt;
+using namespace scorvane::testing;
 
 namespace {
 
-struct GameFixture : ::testing::Test, scorvane::testing::ScratchData {
+struct GameFixture : ::testing::Test, ScratchData {
     GameList games;
 
     GameFixture() { files = data.team(2); }

@@ -5,13 +5,12 @@
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::intAt;
-using scorvane::testing::textAt;
+using namespace scorvane::testing;
 using Ints = std::vector<int>;
 
 namespace {
 
-struct PlayerNumberFixture : ::testing::Test, scorvane::testing::ScratchData {
+struct PlayerNumberFixture : ::testing::Test, ScratchData {
     Roster roster;
 
     // Players 7 "Seven", 12 and 30 named, 4 vacant. Results as (game, player, status): 12 has only

@@ -1,4 +1,5 @@
 #include "games/RosterImport.h"
+#include "support/RecordBytes.h"
 #include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
@@ -6,141 +7,87 @@
 namespace scorvane {
 namespace {
 
+using testing::textAt;
+
 Bytes bytesOf(const std::string& text) {
     return Bytes(text.begin(), text.end());
 }
 
-std::vector<std::string> problemTexts(const RosterImportFile& f) {
-    std::vector<std::string> out;
-    for (const auto& p : f.problems)
-        out.push_back(p.text);
+// What a file is read as: "header", the columns ignored and "1252" (not UTF-8) where they apply,
+// then each player as "line: number name" with the contact fields the file gives, then each
+// problem.
+std::string readAs(const std::string& csv) {
+    const RosterImportFile f = parseRosterCsv(bytesOf(csv));
+    std::string out = f.header ? "header" : "";
+    for (const auto& column : f.ignoredColumns)
+        out += " ignoring " + column;
+    out += f.utf8 ? "" : " 1252";
+    const char* const fields[] = {"phone", "address1", "address2", "city", "state", "zip", "other"};
+    for (const auto& p : f.players) {
+        out += "\n" + std::to_string(p.line) + ": " + std::to_string(p.number) + " " + p.name;
+        for (std::size_t c = 0; c < p.contacts.size(); ++c)
+            if (p.contacts[c])
+                out += std::string(" ") + fields[c] + "=" + *p.contacts[c];
+    }
+    for (const auto& problem : f.problems)
+        out += "\n" + problem.text;
+    EXPECT_EQ(f.ok(), f.problems.empty());
     return out;
 }
 
-std::string contact(const ImportedPlayer& p, ContactField f) {
-    const auto& v = p.contacts[static_cast<std::size_t>(f)];
-    return v ? *v : "<none>";
-}
-
-TEST(RosterImportParse, LinesWithoutAHeaderAreNumberNameAndContactsInOrder) {
-    const auto f = parseRosterCsv(bytesOf("12,Smith\r\n"
-                                          "7, Jones ,555-0101,12 Main St,Apt 4,Springfield,IL,"
-                                          "62701,Loves the option\r\n"
-                                          "\r\n"
-                                          "3,Brown,,,,,,,\n"));
-    ASSERT_TRUE(f.ok()) << problemTexts(f).front();
-    EXPECT_FALSE(f.header);
-    ASSERT_EQ(f.players.size(), 3u);
-    EXPECT_EQ(f.players[0].number, 12);
-    EXPECT_EQ(f.players[0].name, "Smith");
-    EXPECT_EQ(contact(f.players[0], ContactField::Phone), "<none>"); // not in the line: kept
-    EXPECT_EQ(f.players[1].name, "Jones");
-    EXPECT_EQ(contact(f.players[1], ContactField::Phone), "555-0101");
-    EXPECT_EQ(contact(f.players[1], ContactField::Address2), "Apt 4");
-    EXPECT_EQ(contact(f.players[1], ContactField::State), "IL");
-    EXPECT_EQ(contact(f.players[1], ContactField::Other), "Loves the option");
-    EXPECT_EQ(f.players[2].line, 4); // the blank line 3 is skipped but counted
-    EXPECT_EQ(contact(f.players[2], ContactField::Zip), "");
-}
-
-TEST(RosterImportParse, HeaderNamesTheColumnsInAnyOrder) {
-    const auto f = parseRosterCsv(bytesOf("Player Name,Jersey #,Position,Zip Code,Notes\n"
-                                          "Smith,12,QB,62701,\n"
-                                          "Jones,7,WR\n"));
-    ASSERT_TRUE(f.ok()) << problemTexts(f).front();
-    EXPECT_TRUE(f.header);
-    EXPECT_EQ(f.ignoredColumns, std::vector<std::string>{"Position"});
-    ASSERT_EQ(f.players.size(), 2u);
-    EXPECT_EQ(f.players[0].number, 12);
-    EXPECT_EQ(f.players[0].name, "Smith");
-    EXPECT_EQ(contact(f.players[0], ContactField::Zip), "62701");
-    EXPECT_EQ(contact(f.players[0], ContactField::Other), "");
-    // A column the header names counts as empty where a line ends early; others stay untouched.
-    EXPECT_EQ(contact(f.players[1], ContactField::Zip), "");
-    EXPECT_EQ(contact(f.players[1], ContactField::Phone), "<none>");
-    EXPECT_EQ(f.players[1].line, 3);
-
-    EXPECT_EQ(problemTexts(parseRosterCsv(bytesOf("Name,Phone\nSmith,1\n"))),
-              std::vector<std::string>{"Line 1: the header names no number column."});
-}
-
-TEST(RosterImportParse, QuotedFieldsFollowRfc4180) {
-    const auto f = parseRosterCsv(bytesOf("number,name,other\r\n"
-                                          "22,\"O\"\"Brien, Pat\",\"two\r\nlines\"\r\n"
-                                          "23,\"Lee\",\"\"\r\n"));
-    ASSERT_TRUE(f.ok()) << problemTexts(f).front();
-    ASSERT_EQ(f.players.size(), 2u);
-    EXPECT_EQ(f.players[0].name, "O\"Brien, Pat");
-    EXPECT_EQ(contact(f.players[0], ContactField::Other), "two\nlines");
-    EXPECT_EQ(f.players[1].line, 4); // the line break inside quotes counts as a line of the file
-    EXPECT_EQ(f.players[1].name, "Lee");
-
-    EXPECT_EQ(problemTexts(parseRosterCsv(bytesOf("5,\"Open\n6,Next\n"))),
-              std::vector<std::string>{"Line 1: a quoted field is not closed."});
-}
-
-TEST(RosterImportParse, Utf8AndWindows1252AreBothStoredAsTheFilesKeepText) {
-    // UTF-8 with and without a byte order mark, then the same name in Windows-1252.
-    for (const std::string& text : {std::string("\xEF\xBB\xBF"
-                                                "9,Jos\xC3\xA9 N\xC3\xBA\xC3\xB1"
-                                                "ez\n"),
-                                    std::string("9,Jos\xC3\xA9 N\xC3\xBA\xC3\xB1"
-                                                "ez\n"),
-                                    std::string("9,Jos\xE9 N\xFA\xF1"
-                                                "ez\n")}) {
-        const auto f = parseRosterCsv(bytesOf(text));
-        ASSERT_TRUE(f.ok());
-        ASSERT_EQ(f.players.size(), 1u);
-        EXPECT_EQ(f.players[0].name, "Jos\xE9 N\xFA\xF1"
-                                     "ez");
-    }
-    EXPECT_TRUE(parseRosterCsv(bytesOf("9,Jos\xC3\xA9\n")).utf8);
-    EXPECT_FALSE(parseRosterCsv(bytesOf("9,Jos\xE9\n")).utf8);
-    // A letter the Windows-1252 files cannot hold is refused, not turned into "?".
-    EXPECT_EQ(problemTexts(parseRosterCsv(bytesOf("4,\xC5\x81ukasz\n"))),
-              std::vector<std::string>{
-                  "Line 1: the name \"\xC5\x81ukasz\" has characters the roster cannot keep."});
-}
-
-TEST(RosterImportParse, EveryBadLineIsReportedWithItsLine) {
-    const auto f = parseRosterCsv(bytesOf("Number,Name,Phone,Other\n"     // 1
-                                          "0,Zero\n"                      // 2
-                                          "100,Hundred\n"                 // 3
-                                          "abc,Letters\n"                 // 4
-                                          "12,Smith\n"                    // 5
-                                          "12,Smith Again\n"              // 6
-                                          "14,\n"                         // 7
-                                          "15,Eighteen Letters!!\n"       // 8
-                                          "16,Ok,123456789012345678901\n" // 9
-                                          ",No Number\n"                  // 10
-                                          "17,Ok,,x,surplus\n"));         // 11
-    EXPECT_EQ(problemTexts(f),
-              (std::vector<std::string>{
-                  "Line 2: the number 0 is not between 1 and 99.",
-                  "Line 3: the number 100 is not between 1 and 99.",
-                  "Line 4: \"abc\" is not a player number.",
-                  "Line 6: number 12 is already on line 5.",
-                  "Line 7: player 14 has no name.",
-                  "Line 8: the name \"Eighteen Letters!!\" is longer than 17 characters.",
-                  "Line 9: the phone \"123456789012345678901\" is longer than 20 characters.",
-                  "Line 10: the player number is missing.",
-                  "Line 11: there are more fields than the header names.",
-              }));
-    // Only the good lines become players, but a file with problems cannot be merged at all.
-    ASSERT_EQ(f.players.size(), 1u);
-    EXPECT_EQ(f.players[0].number, 12);
-
-    const std::string other(71, 'o');
-    EXPECT_EQ(
-        problemTexts(parseRosterCsv(
-            bytesOf("1,A,,,,,,,,\n2,B,,,,,,,," + other + "\n3,C,,,,,,," + other + "\n"))),
-        (std::vector<std::string>{"Line 2: 10 fields; a line holds at most 9: number, name, "
-                                  "phone, address line 1, address line 2, city, state, zip code "
-                                  "and other information.",
-                                  "Line 3: the other information \"" + other +
-                                      "\" is longer than 70 characters."}));
-    EXPECT_EQ(problemTexts(parseRosterCsv(bytesOf("\n\n"))),
-              std::vector<std::string>{"The file holds no players."});
+TEST(RosterImportParse, EveryLayoutAndEveryBadLine) {
+    const std::string other(71, 'o'),
+        allEmpty = " phone= address1= address2= city= state= zip= other=";
+    const std::pair<std::string, std::string> cases[] = {
+        // Without a header: number, name and the contacts in order; a contact not in the line is
+        // kept, and a blank line is skipped but counted.
+        {"12,Smith\r\n7, Jones ,555-0101,12 Main St,Apt 4,Springfield,IL,62701,Loves the option\r\n"
+         "\r\n3,Brown,,,,,,,\n",
+         "\n1: 12 Smith\n2: 7 Jones phone=555-0101 address1=12 Main St address2=Apt 4 "
+         "city=Springfield state=IL zip=62701 other=Loves the option\n4: 3 Brown" +
+             allEmpty},
+        // A header names the columns in any order; a column it names counts as empty where a line
+        // ends early.
+        {"Player Name,Jersey #,Position,Zip Code,Notes\nSmith,12,QB,62701,\nJones,7,WR\n",
+         "header ignoring Position\n2: 12 Smith zip=62701 other=\n3: 7 Jones zip= other="},
+        {"Name,Phone\nSmith,1\n", "header\nLine 1: the header names no number column."},
+        // Quoted fields as RFC 4180 has them; a line break inside quotes counts as a line.
+        {"number,name,other\r\n22,\"O\"\"Brien, Pat\",\"two\r\nlines\"\r\n23,\"Lee\",\"\"\r\n",
+         "header\n2: 22 O\"Brien, Pat other=two\nlines\n4: 23 Lee other="},
+        {"5,\"Open\n6,Next\n", "\nLine 1: a quoted field is not closed."},
+        // UTF-8 with and without a byte order mark, and Windows-1252, all kept as the files keep
+        // text; a letter Windows-1252 cannot hold is refused, not turned into "?".
+        {"\xEF\xBB\xBF"
+         "9,Jos\303\251 N\303\272\303\261ez\n",
+         "\n1: 9 Jos\351 N\372\361ez"},
+        {"9,Jos\303\251 N\303\272\303\261ez\n", "\n1: 9 Jos\351 N\372\361ez"},
+        {"9,Jos\351 N\372\361ez\n", " 1252\n1: 9 Jos\351 N\372\361ez"},
+        {"4,\xC5\x81ukasz\n",
+         "\nLine 1: the name \"\xC5\x81ukasz\" has characters the roster cannot keep."},
+        // Every bad line is reported with its line; only the good lines become players, but a file
+        // with problems cannot be merged at all.
+        {"Number,Name,Phone,Other\n0,Zero\n100,Hundred\nabc,Letters\n12,Smith\n12,Smith Again\n"
+         "14,\n15,Eighteen Letters!!\n16,Ok,123456789012345678901\n,No Number\n17,Ok,,x,surplus\n",
+         "header\n5: 12 Smith phone= other=\n"
+         "Line 2: the number 0 is not between 1 and 99.\n"
+         "Line 3: the number 100 is not between 1 and 99.\n"
+         "Line 4: \"abc\" is not a player number.\n"
+         "Line 6: number 12 is already on line 5.\n"
+         "Line 7: player 14 has no name.\n"
+         "Line 8: the name \"Eighteen Letters!!\" is longer than 17 characters.\n"
+         "Line 9: the phone \"123456789012345678901\" is longer than 20 characters.\n"
+         "Line 10: the player number is missing.\n"
+         "Line 11: there are more fields than the header names."},
+        {"1,A,,,,,,,,\n2,B,,,,,,,," + other + "\n3,C,,,,,,," + other + "\n",
+         "\n1: 1 A" + allEmpty +
+             "\nLine 2: 10 fields; a line holds at most 9: number, name, phone, address line 1, "
+             "address line 2, city, state, zip code and other information.\nLine 3: the other "
+             "information \"" +
+             other + "\" is longer than 70 characters."},
+        {"\n\n", "\nThe file holds no players."},
+    };
+    for (const auto& [csv, read] : cases)
+        EXPECT_EQ(readAs(csv), read) << csv;
 }
 
 // The team's roster (players 7 "Jones" and 12 "Smith", 12 with a phone) in the roster screen.
@@ -177,39 +124,32 @@ TEST(RosterImportMerge, PreviewSaysWhatEachPlayerGets) {
               "The import adds 1 player, changes 1 player and leaves 1 player unchanged.");
 }
 
-TEST(RosterImportMerge, MergedPlayersAreSavedAsTheRosterScreenSaves) {
+TEST(RosterImportMerge, MergedPlayersAreSavedAsTheRosterScreenSavesAFileWithProblemsNever) {
     RosterScreen s;
-    s.editor.select(50);
-    const auto f = parseRosterCsv(bytesOf("3,Brown,555-0003\n12,Smyth\n"));
-    applyRosterImport(f, s.editor);
-    EXPECT_EQ(s.editor.selected(), 50);
-    EXPECT_EQ(s.roster.listLine(3), "  3 Brown            ");
-    ASSERT_TRUE(s.editor.save(s.files).isOk());
-
-    const Bytes roster = s.dir.read("FBPN1.DAT");
-    ASSERT_EQ(roster.size(), 3u * 201);
-    EXPECT_EQ(std::string(roster.begin(), roster.begin() + 19),
-              std::string("\x03\0Brown", 7) + std::string(12, ' '));
-    EXPECT_EQ(std::string(roster.begin() + 201 + 2, roster.begin() + 201 + 19), fit("Jones", 17));
-    EXPECT_EQ(std::string(roster.begin() + 402 + 2, roster.begin() + 402 + 19), fit("Smyth", 17));
-    // Player 12 keeps the phone the file did not give; player 3 gets his.
-    const Bytes info = s.dir.read("FBPI1.DAT");
-    ASSERT_EQ(info.size(), 2u * 500);
-    EXPECT_EQ(std::string(info.begin() + 2, info.begin() + 22), fit("555-0003", 20));
-    EXPECT_EQ(std::string(info.begin() + 502, info.begin() + 522), fit("555-1212", 20));
-}
-
-TEST(RosterImportMerge, AFileWithProblemsChangesNothing) {
-    RosterScreen s;
-    const Bytes rosterBefore = s.dir.read("FBPN1.DAT");
-    const Bytes infoBefore = s.dir.read("FBPI1.DAT");
-    const auto f = parseRosterCsv(bytesOf("3,Brown\n7,\n"));
-    ASSERT_FALSE(f.ok());
-    applyRosterImport(f, s.editor);
+    const Bytes rosterBefore = s.dir.read("FBPN1.DAT"), infoBefore = s.dir.read("FBPI1.DAT");
+    const auto bad = parseRosterCsv(bytesOf("3,Brown\n7,\n"));
+    ASSERT_FALSE(bad.ok());
+    applyRosterImport(bad, s.editor);
     EXPECT_EQ(s.roster.listLine(3), "  3 ____________________");
     ASSERT_TRUE(s.editor.save(s.files).isOk());
     EXPECT_EQ(s.dir.read("FBPN1.DAT"), rosterBefore);
     EXPECT_EQ(s.dir.read("FBPI1.DAT"), infoBefore);
+
+    s.editor.select(50);
+    applyRosterImport(parseRosterCsv(bytesOf("3,Brown,555-0003\n12,Smyth\n")), s.editor);
+    EXPECT_EQ(s.editor.selected(), 50);
+    EXPECT_EQ(s.roster.listLine(3), "  3 Brown            ");
+    ASSERT_TRUE(s.editor.save(s.files).isOk());
+    const Bytes roster = s.dir.read("FBPN1.DAT");
+    ASSERT_EQ(roster.size(), 3u * 201);
+    EXPECT_EQ(textAt(roster, 0, 19), std::string("\x03\0Brown", 7) + std::string(12, ' '));
+    EXPECT_EQ(textAt(roster, 203, 17) + textAt(roster, 404, 17),
+              fit("Jones", 17) + fit("Smyth", 17));
+    // Player 12 keeps the phone the file did not give; player 3 gets his.
+    const Bytes info = s.dir.read("FBPI1.DAT");
+    ASSERT_EQ(info.size(), 2u * 500);
+    EXPECT_EQ(textAt(info, 2, 20) + textAt(info, 502, 20),
+              fit("555-0003", 20) + fit("555-1212", 20));
 }
 
 TEST(RosterImportFileRead, AMissingFileIsAnError) {

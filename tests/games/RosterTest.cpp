@@ -5,17 +5,18 @@
 #include <gtest/gtest.h>
 
 using namespace scorvane;
-using scorvane::testing::intAt;
-using scorvane::testing::textAt;
+using namespace scorvane::testing;
 
 namespace {
 
-struct RosterFixture : ::testing::Test, scorvane::testing::ScratchData {
+struct RosterFixture : ::testing::Test, ScratchData {
     Roster roster;
+    RosterEditor editor{roster};
 
     RosterFixture() { files = data.team(4); }
+    void SetUp() override { ASSERT_TRUE(editor.open(files)); }
 
-    void name(RosterEditor& editor, int number, const std::string& text) {
+    void name(int number, const std::string& text) {
         editor.select(number);
         editor.nameEntered(text);
     }
@@ -24,11 +25,9 @@ struct RosterFixture : ::testing::Test, scorvane::testing::ScratchData {
 } // namespace
 
 TEST_F(RosterFixture, PlayersAreWrittenInNumberOrderAndDeletingOneDropsItsRecord) {
-    RosterEditor editor(roster);
-    ASSERT_TRUE(editor.open(files));
-    name(editor, 99, "Zed Last");
-    name(editor, 3, "A Verylongplayername Here");
-    name(editor, 7, "Seven");
+    name(99, "Zed Last");
+    name(3, "A Verylongplayername Here");
+    name(7, "Seven");
     ASSERT_TRUE(editor.save(files));
 
     Bytes bytes = dir.read("FBPN4.DAT");
@@ -52,23 +51,18 @@ TEST_F(RosterFixture, PlayersAreWrittenInNumberOrderAndDeletingOneDropsItsRecord
     EXPECT_EQ(intAt(bytes, 201), 99);
 }
 
-TEST_F(RosterFixture, ListLinesLineUpNumbersAndShowVacantSlots) {
-    RosterEditor editor(roster);
-    ASSERT_TRUE(editor.open(files));
-    name(editor, 5, "  Five  ");
-    name(editor, 42, "Forty Two");
+TEST_F(RosterFixture, ListLinesLineUpNumbersShowVacantSlotsAndBlankNames) {
+    name(5, "  Five  ");
+    name(42, "Forty Two");
     const auto lines = roster.listLines();
     ASSERT_EQ(lines.size(), 99u);
     EXPECT_EQ(lines[0], "  1 ____________________");
     EXPECT_EQ(lines[4], "  5 " + fit("Five", 17));
     EXPECT_EQ(lines[41], "42 " + fit("Forty Two", 17));
     EXPECT_EQ(lines[98], "99 ____________________");
-}
 
-TEST_F(RosterFixture, BlankingANameClearsTheNumberAndItsContactDetails) {
-    RosterEditor editor(roster);
-    ASSERT_TRUE(editor.open(files));
-    name(editor, 12, "Twelve");
+    // Blanking a name clears the number and its contact details.
+    name(12, "Twelve");
     editor.contactEntered(ContactField::Phone, "555-0100");
     // Re-typing the same name with spaces around it changes nothing.
     EXPECT_FALSE(editor.nameEntered("  Twelve   "));
@@ -81,9 +75,7 @@ TEST_F(RosterFixture, BlankingANameClearsTheNumberAndItsContactDetails) {
 }
 
 TEST_F(RosterFixture, ContactDetailsKeepTheirWidthsAndOtherKeepsSeventyOnDisk) {
-    RosterEditor editor(roster);
-    ASSERT_TRUE(editor.open(files));
-    name(editor, 8, "Eight");
+    name(8, "Eight");
     std::string other;
     for (int i = 0; i < 150; ++i)
         other += static_cast<char>('a' + i % 26);
@@ -119,15 +111,9 @@ TEST_F(RosterFixture, ContactDetailsKeepTheirWidthsAndOtherKeepsSeventyOnDisk) {
 }
 
 TEST_F(RosterFixture, DamagedRosterRecordsAreSkippedNotCrashedOn) {
-    RosterRecord bad;
-    bad.playerNumber = 140;
-    bad.playerName = "Nobody";
-    RosterRecord good;
-    good.playerNumber = 9;
-    good.playerName = "Nine";
-    Bytes contents = bad.encode();
-    const Bytes g = good.encode();
-    contents.insert(contents.end(), g.begin(), g.end());
+    Bytes contents = RosterRecord{140, "Nobody"}.encode();
+    const Bytes good = RosterRecord{9, "Nine"}.encode();
+    contents.insert(contents.end(), good.begin(), good.end());
     dir.write("FBPN4.DAT", contents);
     ASSERT_TRUE(roster.load(files));
     EXPECT_TRUE(roster.inUse[9]);

@@ -1,13 +1,22 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QKeySequence>
+#include <QListWidget>
 #include <QMap>
 #include <QPushButton>
 #include <QString>
 #include <QStringList>
+#include <QTableWidget>
+#include <QTimer>
 #include <QWidget>
 #include <QtGlobal>
+#include <QtTest>
+
+#include <fstream>
+#include <functional>
+#include <string>
 
 namespace scorvane::testing {
 
@@ -22,6 +31,52 @@ template <class W = QWidget> W* child(const QWidget* parent, const char* name) {
 // Clicks the screen's button of that object name.
 inline void press(const QWidget* parent, const char* name) {
     child<QPushButton>(parent, name)->click();
+}
+
+// Shows a window and waits until it has the keyboard, as a user's window would.
+inline void showActive(QWidget* w) {
+    w->show();
+    (void)QTest::qWaitForWindowActive(w);
+}
+
+// Runs `handle` on the modal dialog that comes up next; closes it if `handle` did not.
+inline void whenModalShows(std::function<void(QWidget*)> handle) {
+    QTimer::singleShot(0, [handle] {
+        QWidget* modal = QApplication::activeModalWidget();
+        QVERIFY(modal);
+        handle(modal);
+        if (modal->isVisible())
+            modal->close();
+    });
+}
+
+// A table cell's text, empty where the cell has no item.
+inline QString cellText(const QTableWidget* t, int row, int col) {
+    const QTableWidgetItem* item = t->item(row, col);
+    return item ? item->text() : QString();
+}
+
+inline QStringList headings(const QTableWidget* t) {
+    QStringList out;
+    for (int c = 0; c < t->columnCount(); ++c)
+        out << t->horizontalHeaderItem(c)->text();
+    return out;
+}
+
+inline QStringList lines(const QListWidget* list) {
+    QStringList out;
+    for (int r = 0; r < list->count(); ++r)
+        out << list->item(r)->text();
+    return out;
+}
+
+// The lines of a text file as written.
+inline QStringList readLines(const std::string& path) {
+    std::ifstream in(path);
+    QStringList out;
+    for (std::string line; std::getline(in, line);)
+        out << QString::fromStdString(line);
+    return out;
 }
 
 // The access keys of a screen's buttons that more than one button claims ("C: &Change, &Close"),

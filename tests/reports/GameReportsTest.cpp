@@ -1,6 +1,6 @@
+#include "reports/ChartData.h"
 #include "reports/GameLog.h"
 #include "reports/GameScores.h"
-#include "reports/ReportCommand.h"
 #include "reports/SeasonBuilder.h"
 #include "reports/Standings.h"
 
@@ -9,8 +9,6 @@
 #include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 using namespace scorvane;
 using scorvane::testing::SeasonBuilder;
@@ -32,23 +30,13 @@ struct SampleTeams : ::testing::Test, scorvane::testing::ScratchData {
     }
 };
 
-// Won, lost, tied and points straight from the game records.
-struct Tally {
-    int won = 0, lost = 0, tied = 0;
-    long long pointsFor = 0, pointsAgainst = 0;
-};
-Tally tally(const TeamSeason& team) {
-    Tally t;
-    for (const GameRecord& g : team.games) {
-        if (!g.isLive())
-            continue;
-        const auto sums = g.pointSums();
-        t.won += sums->team > sums->opponent;
-        t.lost += sums->team < sums->opponent;
-        t.tied += sums->team == sums->opponent;
-        t.pointsFor += sums->team;
-        t.pointsAgainst += sums->opponent;
-    }
+// Won, lost, tied, points for and against straight from the game records.
+std::array<long long, 5> tally(const TeamSeason& team) {
+    std::array<long long, 5> t{};
+    for (const GameRecord& g : team.games)
+        if (const auto sums = g.pointSums(); g.isLive())
+            t = {t[0] + (sums->team > sums->opponent), t[1] + (sums->team < sums->opponent),
+                 t[2] + (sums->team == sums->opponent), t[3] + sums->team, t[4] + sums->opponent};
     return t;
 }
 
@@ -60,14 +48,10 @@ TEST_F(SampleTeams, StandingsCountEachTeamsOwnGamesBestFirst) {
     EXPECT_EQ(table[0].team, 1);
     EXPECT_EQ(table[2].team, 3); // no games: last, with .000
     EXPECT_EQ(table[2].games(), 0);
-    for (const Standing& s : table) {
-        const Tally t = tally(teams[static_cast<std::size_t>(s.team - 1)]);
-        EXPECT_EQ(s.won, t.won) << s.team;
-        EXPECT_EQ(s.lost, t.lost);
-        EXPECT_EQ(s.tied, t.tied);
-        EXPECT_EQ(s.pointsFor, t.pointsFor);
-        EXPECT_EQ(s.pointsAgainst, t.pointsAgainst);
-    }
+    for (const Standing& s : table)
+        EXPECT_EQ((std::array<long long, 5>{s.won, s.lost, s.tied, s.pointsFor, s.pointsAgainst}),
+                  tally(teams[static_cast<std::size_t>(s.team - 1)]))
+            << s.team;
     const Standing& first = table[0];
     EXPECT_DOUBLE_EQ(first.pct, (first.won + 0.5 * first.tied) / first.games());
     const TableReport report = standingsReport(table, {"Standings", "Teams", "All games"});
@@ -154,13 +138,7 @@ TEST_F(SampleTeams, GameScoresFollowTheSelectionAndCloseWithTheRecord) {
 // A player's games add up to his season line, which is the report's own line for him.
 TEST_F(SampleTeams, GameLogAddsUpToTheSeasonLine) {
     const TeamSeason& hawks = teams[0];
-    int rusher = 0; // the lowest number with a rushing record
-    ASSERT_TRUE(hawks.stats.forEach([&](ByteView rec) {
-        const StatHeader h = StatHeader::decode(rec);
-        if (h.category == 'R' && h.playerNumber >= 1 && (rusher == 0 || h.playerNumber < rusher))
-            rusher = h.playerNumber;
-    }));
-    ASSERT_NE(rusher, 0);
+    const int rusher = 22;
     const GameLog log = computeGameLog('R', hawks, Selection{}, rusher);
     ASSERT_FALSE(log.empty());
     long long yards = 0, rushes = 0, longest = 0;
@@ -187,32 +165,54 @@ TEST_F(SampleTeams, GameLogAddsUpToTheSeasonLine) {
     EXPECT_EQ(table.closing[0][4], digits(log.season[3].value));
 }
 
-// The command: game scores, standings and a game log, and the refusals of what does not apply.
-TEST_F(SampleTeams, TheCommandWritesTheGameReports) {
-    auto run = [&](std::vector<std::string> args, std::string& out) {
-        args.insert(args.begin(), {"--data", dir.dir()});
-        std::ostringstream o, e;
-        const int code = runReportCommand(args, o, e, dir.dir());
-        out = o.str() + e.str();
-        return code;
-    };
-    std::string out;
-    EXPECT_EQ(run({"--team", "1", "--category", "G", "--short"}, out), kCommandOk);
-    EXPECT_NE(
-        out.find(trimRight(GameLine(teams[0].games[0], *teams[0].games[0].pointSums(), config))),
-        std::string::npos);
-    EXPECT_EQ(run({"--team", "1,2", "--category", "S", "--format", "csv"}, out), kCommandOk);
-    EXPECT_EQ(out.substr(0, out.find("\r\n")), "Team,W,L,T,Pct,PF,PA,Diff");
-    EXPECT_EQ(run({"--team", "1,2", "--category", "S"}, out), kCommandOk);
-    EXPECT_EQ(out.rfind("Team Standings ", 0), 0u);
-    EXPECT_EQ(run({"--team", "1", "--category", "R", "--player", "22", "--by-game"}, out),
-              kCommandOk);
-    EXPECT_NE(out.find("Season"), std::string::npos);
-    for (std::vector<std::string> bad :
-         {std::vector<std::string>{"--team", "1,2", "--category", "G"},
-          {"--team", "1", "--category", "P", "--short"},
-          {"--team", "1", "--category", "R", "--by-game"},
-          {"--team", "1", "--category", "S", "--player", "7"},
-          {"--team", "1", "--category", "R", "--player", "98", "--by-game"}})
-        EXPECT_EQ(run(bad, out), kCommandBadUsage) << bad[3];
+TEST(SpecialSelectList, ALineHoldsDateScoresAndOpponent) {
+    GameRecord g;
+    g.gameDate = "091225";
+    g.opponent = fit("Northgate Comets", 25);
+    g.teamScore = {7, 6, 7, 7, 0};
+    g.opponentScore = {0, 7, 0, 6, 3};
+    EXPECT_EQ(specialSelectLine(g), "09/12/25   27 -  16  Northgate Comets         ");
+
+    g.teamScore = {100, 0, 0, 0, 0};
+    g.opponentScore = {};
+    EXPECT_EQ(specialSelectLine(g).substr(8, 12), "  100 -   0 ");
+    // Points that cannot be summed in 16 bits show blank rather than wrapped.
+    g.teamScore = {32000, 32000, 0, 0, 0};
+    EXPECT_EQ(specialSelectLine(g).substr(8, 12), "      -     ");
+}
+
+// The points by quarter add up what the games shown scored; a game log column reads as numbers
+// in the units a coach expects: sacks in halves, averages as computed, made kicks as a count.
+TEST(ChartData, QuarterPointsAndAColumnGameByGame) {
+    std::vector<GameScore> games(2);
+    games[0].team = {7, 0, 3, 0, 0};
+    games[0].opponentPoints = {0, 14, 0, 0, 3};
+    games[1].team = {0, 7, 7, 7, 6};
+    const QuarterPoints points = quarterPoints(games);
+    EXPECT_EQ(points.team, (std::array<long long, 5>{7, 7, 10, 7, 6}));
+    EXPECT_EQ(points.opponents, (std::array<long long, 5>{0, 14, 0, 0, 3}));
+
+    const TeamSeason season = SeasonBuilder()
+                                  .player(55, "Linebacker")
+                                  .game(1)
+                                  .game(2)
+                                  .game(3)
+                                  .stats(1, 55, 'D', {{3, 4}, {10, 25}})
+                                  .stats(3, 55, 'D', {{3, 2}, {10, 10}})
+                                  .season;
+    const GameLog log = computeGameLog('D', season, Selection{}, 55);
+    std::vector<std::string> labels;
+    EXPECT_EQ(columnByGame(log, 10, labels), (std::vector<double>{2.5, 1.0}));
+    EXPECT_EQ(columnByGame(log, 2, labels), (std::vector<double>{4.0, 2.0})); // Tkl = Sol + Ast
+    ASSERT_EQ(labels.size(), 2u);
+    EXPECT_EQ(labels[1], "Game 3"); // no date stored
+
+    Figure made;
+    made.made = 3;
+    made.attempted = 4;
+    EXPECT_EQ(figureNumber('K', 11, made), 3.0);
+    Figure overflow;
+    overflow.value = 40000;
+    overflow.overflow = true;
+    EXPECT_EQ(figureNumber('P', 18, overflow), 0.0);
 }

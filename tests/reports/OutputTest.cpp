@@ -1,29 +1,47 @@
+// Printed and saved reports: the text file, the print dialog, pages, the selection dialog, the
+// team record, the roster listing and the CSV and HTML documents.
 #include "reports/ReportDocument.h"
 #include "reports/ReportOutput.h"
+#include "reports/RosterListing.h"
 #include "reports/Selection.h"
 #include "reports/TeamRecord.h"
 
 #include "SeasonBuilder.h"
+#include "storage/Platform.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
+#include <functional>
+#include <map>
 
 using namespace scorvane;
 using scorvane::testing::SeasonBuilder;
 
 namespace {
 
+using Strings = std::vector<std::string>;
+
 std::string asText(const Bytes& b) {
     return std::string(b.begin(), b.end());
 }
 
-Status print(const std::string& path, bool append, const std::vector<std::string>& lines) {
+Status print(const std::string& path, bool append, const Strings& lines) {
     TextFileOutput out(path, append);
     return printLines(out, lines, nullptr);
+}
+
+std::vector<Strings> pagesOf(const Strings& lines) {
+    std::vector<Strings> pages(1);
+    for (const auto& l : lines) {
+        if (l == kNewPageLine)
+            pages.emplace_back();
+        else
+            pages.back().push_back(l);
+    }
+    return pages;
 }
 
 ConfigRecord namedTypes() {
@@ -35,7 +53,9 @@ ConfigRecord namedTypes() {
 
 } // namespace
 
-TEST(TextFileOutput, AppendAddsAfterTheFirstReportReplaceKeepsOnlyTheSecond) {
+// Append adds after the first report, replace keeps only the second; whole report files; files
+// that cannot be opened.
+TEST(TextFileOutput, AppendReplaceWholeFilesAndFilesThatCannotBeOpened) {
     scorvane::testing::TempDir dir;
     const std::string path = dir.file("report.txt");
     // Trailing spaces go, a form-feed line stays a form feed of its own, names become UTF-8.
@@ -55,51 +75,57 @@ TEST(TextFileOutput, AppendAddsAfterTheFirstReportReplaceKeepsOnlyTheSecond) {
     EXPECT_EQ(asText(dir.read("report.txt")), "Third\nx  y\nFourth\n");
 
     // A report longer than one written piece keeps every line, in order, after the old ones.
-    std::vector<std::string> many;
+    Strings many;
     for (int i = 0; i < 5000; ++i)
         many.push_back(std::to_string(100000 + i) + std::string(24, '.'));
     ASSERT_TRUE(print(path, true, many));
     const std::string text = asText(dir.read("report.txt"));
     ASSERT_EQ(text.size(), 18u + 5000u * 31u);
     EXPECT_EQ(text.substr(18 + 4999 * 31), "104999" + std::string(24, '.') + "\n");
-}
 
-TEST(TextFileOutput, AFileThatCannotBeOpenedIsOfferedRetryThenCancelled) {
-    scorvane::testing::TempDir dir;
+    // A whole report file (CSV, HTML) replaces the one before it.
     scorvane::testing::FakePrompter prompter;
-    prompter.answers = {Answer::Retry, Answer::Cancel};
-    TextFileOutput out(dir.file("no-such-folder/report.txt"), false);
-    const Status s = printLines(out, {"line"}, &prompter);
-    EXPECT_FALSE(s);
-    ASSERT_EQ(prompter.shown.size(), 2u);
-    EXPECT_EQ(prompter.shown[0].title, "Printer/File Error");
-    EXPECT_EQ(prompter.shown[0].buttons, Buttons::RetryCancel);
-    EXPECT_NE(prompter.shown[0].text.find("report.txt"), std::string::npos);
+    ASSERT_TRUE(saveReportFile(path, "No,Name\r\n", &prompter));
+    ASSERT_TRUE(saveReportFile(path, "x", &prompter));
+    EXPECT_EQ(dir.read("report.txt"), Bytes{'x'});
+    EXPECT_TRUE(prompter.shown.empty());
+
+    // A printed or saved report whose file cannot be opened (its folder is not there) is offered
+    // Retry, then Cancel; nothing is created.
+    const std::string missing = dir.file("missing/report.txt");
+    const std::function<Status(Prompter*)> writers[] = {
+        [&](Prompter* p) {
+            TextFileOutput out(missing, false);
+            return printLines(out, {"line"}, p);
+        },
+        [&](Prompter* p) { return saveReportFile(missing, "x", p); }};
+    for (const auto& write : writers) {
+        scorvane::testing::FakePrompter prompter;
+        prompter.answers = {Answer::Retry, Answer::Cancel};
+        EXPECT_FALSE(write(&prompter));
+        ASSERT_EQ(prompter.shown.size(), 2u);
+        EXPECT_EQ(prompter.shown[0].title, "Printer/File Error");
+        EXPECT_EQ(prompter.shown[0].buttons, Buttons::RetryCancel);
+        EXPECT_NE(prompter.shown[0].text.find(platform::shownPath(missing)), std::string::npos);
+        EXPECT_FALSE(dir.exists("missing"));
+    }
     EXPECT_EQ(printErrorMessage(true, "whatever").text, "Printer not ready");
 }
 
+// Copies, then lines per page, then top players: the first bad field is the one named.
 TEST(PrintOptions, DialogChecksInItsOrder) {
+    const std::array<std::string, 4> cases[] = {
+        {"0", "60", "999", "Copies Invalid: Must be greater than 1"},
+        {"51", "20", "0", "Copies Invalid: 50 copies maximum"},
+        {"50", "20", "0", "Lines per Page Invalid: Must be greater than 20"},
+        {"50", "21", "0", "Top Players Invalid: Must be 1 to 999"},
+        {"1", "21", "5", "ok"}};
     PrintOptions options;
-    auto refused = [&](PrintEntry e) {
+    for (const auto& [copies, lines, top, said] : cases) {
+        const PrintEntry e{"", copies, lines, top, " out.txt ", false};
         const auto error = storePrintOptions(e, options);
-        return error ? error->message.title + ": " + error->message.text : std::string("ok");
-    };
-    PrintEntry e;
-    e.copies = "0";
-    EXPECT_EQ(refused(e), "Copies Invalid: Must be greater than 1");
-    e.copies = "51";
-    EXPECT_EQ(refused(e), "Copies Invalid: 50 copies maximum");
-    e.copies = "50";
-    e.linesPerPage = "20";
-    EXPECT_EQ(refused(e), "Lines per Page Invalid: Must be greater than 20");
-    e.linesPerPage = "21";
-    e.topPlayers = "0";
-    EXPECT_EQ(refused(e), "Top Players Invalid: Must be 1 to 999");
-    e.topPlayers = "5";
-    e.copies = "1";
-    e.append = false;
-    e.fileName = " out.txt ";
-    EXPECT_EQ(refused(e), "ok");
+        EXPECT_EQ(error ? error->message.title + ": " + error->message.text : "ok", said);
+    }
     EXPECT_EQ(options.copies, 1);
     EXPECT_EQ(options.linesPerPage, 21);
     EXPECT_EQ(options.topPlayers, 5);
@@ -115,16 +141,8 @@ TEST(PageLayout, PagesHoldTheirLinesAndTheTotalsStayTogether) {
     for (int i = 1; i <= 30; ++i)
         parts.body.push_back("player " + digits(i));
     parts.closing = {"", "    Totals"};
-    const std::vector<std::string> lines = layOutPages(parts, 21);
-
     // Pages split at the form-feed lines; none longer than 21 lines.
-    std::vector<std::vector<std::string>> pages(1);
-    for (const auto& l : lines) {
-        if (l == kNewPageLine)
-            pages.emplace_back();
-        else
-            pages.back().push_back(l);
-    }
+    const auto pages = pagesOf(layOutPages(parts, 21));
     ASSERT_EQ(pages.size(), 3u);
     for (std::size_t p = 0; p < pages.size(); ++p) {
         EXPECT_LE(pages[p].size(), 21u);
@@ -136,15 +154,31 @@ TEST(PageLayout, PagesHoldTheirLinesAndTheTotalsStayTogether) {
     // and go to a page of their own, together.
     EXPECT_EQ(pages[0].back(), "player 15");
     EXPECT_EQ(pages[1].back(), "player 30");
-    EXPECT_EQ(pages[2],
-              (std::vector<std::string>{pages[2][0], "Hawks", "Games 1 to 999, all game types", "",
-                                        parts.headings[0], parts.headings[1], "", "    Totals"}));
+    EXPECT_EQ(pages[2], (Strings{pages[2][0], "Hawks", "Games 1 to 999, all game types", "",
+                                 parts.headings[0], parts.headings[1], "", "    Totals"}));
     // Two lines fewer and the totals end the second page.
     parts.body.resize(28);
-    const std::vector<std::string> shorter = layOutPages(parts, 21);
+    const Strings shorter = layOutPages(parts, 21);
     EXPECT_EQ(std::count(shorter.begin(), shorter.end(), kNewPageLine), 1);
     EXPECT_EQ(shorter.back(), "    Totals");
     EXPECT_EQ(shorter[shorter.size() - 3], "player 28");
+
+    // A run of lines kept together but longer than a page (18 body lines) is cut where the page
+    // ends.
+    parts.subtitles.clear();
+    parts.headings = {"----"};
+    parts.closing.clear();
+    parts.groups = {25};
+    const auto cut = pagesOf(layOutPages(parts, 21));
+    ASSERT_EQ(cut.size(), 2u);
+    EXPECT_EQ(cut[0].back(), "player 18");
+    EXPECT_EQ(cut[1][3], "player 19");
+
+    // Copies start on new pages.
+    const Strings report = {"a", "b", kNewPageLine, "c"};
+    EXPECT_EQ(repeatCopies(report, 1), report);
+    EXPECT_EQ(repeatCopies(report, 2),
+              (Strings{"a", "b", kNewPageLine, "c", kNewPageLine, "a", "b", kNewPageLine, "c"}));
 }
 
 TEST(Selection, StoringTheDialogsChoice) {
@@ -199,7 +233,7 @@ TEST(TeamRecord, PercentageAndTheTieColumn) {
     EXPECT_EQ(formatPct(r.rows[kTotalsRow].pct), ".625"); // 2 won, 1 lost, 1 tied
     EXPECT_EQ(formatPct(r.rows[2].pct), "1.000");
     EXPECT_EQ(teamRecordHeaders(true),
-              (std::vector<std::string>{"Game Type", "Won", "Lost", "Tie", "Pct", "PF", "PA"}));
+              (Strings{"Game Type", "Won", "Lost", "Tie", "Pct", "PF", "PA"}));
     EXPECT_EQ(teamRecordHeaderLine(true),
               "Game Type    Won    Lost    Ties     Pct      PF      PA");
     EXPECT_EQ(teamRecordLine(r, 1, config, true),
@@ -211,8 +245,7 @@ TEST(TeamRecord, PercentageAndTheTieColumn) {
     b.season.games[2].gameStatus = 'D';
     r = computeTeamRecord({b.season}, firstFour);
     EXPECT_FALSE(r.anyTies());
-    EXPECT_EQ(teamRecordHeaders(false),
-              (std::vector<std::string>{"Game Type", "Won", "Lost", "Pct", "PF", "PA"}));
+    EXPECT_EQ(teamRecordHeaders(false), (Strings{"Game Type", "Won", "Lost", "Pct", "PF", "PA"}));
     EXPECT_EQ(teamRecordHeaderLine(false), "Game Type    Won    Lost     Pct      PF      PA");
     EXPECT_EQ(teamRecordLine(r, kTotalsRow, config, false),
               "Totals         2       1    .667      38      30");
@@ -273,14 +306,14 @@ TEST(ReportDocument, CsvAndHtmlOfAStatisticsReport) {
 
 // A figure that fills its column or is wider than it widens that column for the whole printed
 // report, so that it keeps a space before it; a report whose figures all fit keeps its headings'
-// widths. The text file holds the same lines.
+// widths.
 TEST(ReportDocument, AFigureWithoutASpaceBeforeItWidensItsColumn) {
     struct Case {
         char category;
         std::vector<int> columns;
         std::vector<std::pair<int, std::vector<std::pair<int, int>>>> players; // number, fields
         std::string heading;
-        std::vector<std::string> figures; // each player's figures, then the totals'
+        Strings figures; // each player's figures, then the totals'
     };
     const Case cases[] = {
         // Receiving Big 10 + 20 and Y@C 800 + 623: the totals' 1423 fills " Y@C".
@@ -315,9 +348,9 @@ TEST(ReportDocument, AFigureWithoutASpaceBeforeItWidensItsColumn) {
         d.report = ComputeStatistics(c.category, {b.season}, Selection{});
         d.columns = c.columns;
         d.heading = {"Title", "Hawks", "All games"};
-        const std::vector<std::string> lines = statisticsPages(d, ColumnTable{}, PrintOptions{});
+        const Strings lines = statisticsPages(d, ColumnTable{}, PrintOptions{});
 
-        std::vector<std::string> expected = {" No " + fit("Name", 17) + c.heading};
+        Strings expected = {" No " + fit("Name", 17) + c.heading};
         expected.push_back(std::string(expected[0].size(), '-'));
         for (std::size_t i = 0; i < c.players.size(); ++i) {
             const std::string number = digits(c.players[i].first);
@@ -326,13 +359,76 @@ TEST(ReportDocument, AFigureWithoutASpaceBeforeItWidensItsColumn) {
         expected.push_back("");
         expected.push_back("    " + fit("Totals", 17) + c.figures.back());
         ASSERT_EQ(lines.size(), 4 + expected.size());
-        EXPECT_EQ(std::vector<std::string>(lines.begin() + 4, lines.end()), expected);
-
-        scorvane::testing::TempDir dir;
-        ASSERT_TRUE(print(dir.file("report.txt"), false, lines));
-        std::string file;
-        for (const auto& line : lines)
-            file += line + "\n";
-        EXPECT_EQ(asText(dir.read("report.txt")), file);
+        EXPECT_EQ(Strings(lines.begin() + 4, lines.end()), expected);
     }
+}
+
+// Entries in number order with their contact details; city or state alone stand without the
+// comma, and details of a number not in use are never printed.
+TEST(RosterListing, EntriesInNumberOrderWithTheirContactDetails) {
+    Roster roster;
+    for (const auto& [number, name] :
+         {std::pair{22, "Marcus Bell"}, {7, "Caleb Morrison"}, {85, "Nate Carlson"}}) {
+        roster.inUse[number] = true;
+        roster.names[number] = fit(name, 17);
+    }
+    std::map<std::pair<int, ContactField>, std::string> contacts = {
+        {{7, ContactField::Phone}, "(555) 214-0371      "},
+        {{7, ContactField::Address1}, "  1408 Maple Avenue"},
+        {{7, ContactField::City}, "Riverside"},
+        {{7, ContactField::State}, "OH"},
+        {{7, ContactField::Zip}, "45219"},
+        {{7, ContactField::Other}, "Team captain"},
+        {{22, ContactField::City}, "Riverside"},
+        {{85, ContactField::State}, "OH"},
+        {{85, ContactField::Zip}, "45221"},
+        {{40, ContactField::Phone}, "555-0000"},
+    };
+    const ContactLookup lookup = [&](int n, ContactField f) {
+        const auto it = contacts.find({n, f});
+        return it == contacts.end() ? std::string() : it->second;
+    };
+    PrintOptions options;
+    const Strings lines = rosterPages("Riverside Hawks", roster, lookup, options);
+    ASSERT_EQ(std::count(lines.begin(), lines.end(), kNewPageLine), 0);
+    EXPECT_EQ(lines[0].substr(0, 6), "Roster");
+    EXPECT_EQ(lines[0].substr(lines[0].size() - 6), "Page 1");
+    EXPECT_EQ(lines[1], "Riverside Hawks");
+    const Strings body(lines.begin() + 4, lines.end());
+    EXPECT_EQ(body,
+              (Strings{" 7 - Caleb Morrison", "     (555) 214-0371", "     1408 Maple Avenue",
+                       "     Riverside, OH  45219", "     Team captain", "", "22 - Marcus Bell",
+                       "     Riverside", "", "85 - Nate Carlson", "     OH  45221"}));
+    EXPECT_EQ(rosterEntry(22, roster.names[22], lookup),
+              std::vector(body.begin() + 6, body.end() - 3));
+    EXPECT_EQ(rosterPages("Riverside Hawks", Roster{}, lookup, options).back(), "No Players");
+
+    // An entry is never split across pages: each here is the name and three details, then a
+    // blank line; three entries (14 lines with their blanks) fit the 17 a page has room for.
+    Roster twelve;
+    for (int n = 1; n <= 12; ++n) {
+        twelve.inUse[static_cast<std::size_t>(n)] = true;
+        twelve.names[static_cast<std::size_t>(n)] = fit("Player " + digits(n), 17);
+    }
+    const ContactLookup three = [](int, ContactField f) {
+        return f == ContactField::Phone || f == ContactField::Address1 || f == ContactField::Other
+                   ? std::string("detail")
+                   : std::string();
+    };
+    options.linesPerPage = 21;
+    const auto pages = pagesOf(rosterPages("Hawks", twelve, three, options));
+    ASSERT_EQ(pages.size(), 4u);
+    for (const auto& page : pages) {
+        EXPECT_LE(page.size(), 21u);
+        EXPECT_EQ(page[3], std::string(40, '-'));
+        // Every page's body starts with a name line and ends with a whole entry (and the blank
+        // line after it, but the last).
+        EXPECT_NE(page[4].find(" - Player "), std::string::npos) << page[4];
+        const auto last = std::find_if(page.rbegin(), page.rend(),
+                                       [](const std::string& l) { return !l.empty(); });
+        EXPECT_EQ(*last, "     detail");
+    }
+    EXPECT_EQ(pages.back().back(), "     detail");
+    EXPECT_EQ(pages[0][4], " 1 - Player 1");
+    EXPECT_EQ(pages[1][4], " 4 - Player 4");
 }

@@ -1,27 +1,34 @@
 #include "reports/ReportCommand.h"
 
 #include "sample/SampleSeason.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/DataFiles.h"
 #include "storage/Records.h"
 #include "storage/StatLayout.h"
+#include "storage/TextUtil.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
 
 using namespace scorvane;
+using scorvane::testing::snapshot;
 
 namespace {
 
+using Strings = std::vector<std::string>;
+
 namespace fs = std::filesystem;
 
-std::vector<std::string> split(const std::string& text, const std::string& separator) {
-    std::vector<std::string> out;
+Strings split(const std::string& text, const std::string& separator) {
+    Strings out;
     std::size_t start = 0;
     for (;;) {
         const std::size_t at = text.find(separator, start);
@@ -32,17 +39,10 @@ std::vector<std::string> split(const std::string& text, const std::string& separ
     }
 }
 
-// Every file under a folder with its bytes.
-std::map<std::string, Bytes> snapshot(const fs::path& folder) {
-    std::map<std::string, Bytes> files;
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (!entry.is_regular_file())
-            continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        files[entry.path().string()] =
-            Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    return files;
+// The words of a line.
+Strings words(const std::string& line) {
+    std::istringstream in(line);
+    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
 // A program folder with the default BXFB.INI and the sample season in "season/".
@@ -63,7 +63,9 @@ struct ReportCommandTest : ::testing::Test {
         ASSERT_TRUE(installed.wroteConfig && installed.wroteSample);
     }
 
-    int run(std::vector<std::string> args) {
+    // A run with the arguments given, or with the words of a line (none of them holding a space).
+    int run(const std::string& line) { return runArgs(words(line)); }
+    int runArgs(Strings args) {
         std::ostringstream o, e;
         const int code = runReportCommand(args, o, e, program);
         out = o.str();
@@ -73,71 +75,54 @@ struct ReportCommandTest : ::testing::Test {
 
     // The CSV rows of a successful run, each split at its commas (no field of the sample season
     // needs quoting).
-    std::vector<std::vector<std::string>> csv(std::vector<std::string> args) {
+    std::vector<Strings> csv(const std::string& line) { return csvArgs(words(line)); }
+    std::vector<Strings> csvArgs(Strings args) {
         args.insert(args.end(), {"--format", "csv"});
-        EXPECT_EQ(run(args), 0) << err;
+        EXPECT_EQ(runArgs(args), 0) << err;
         EXPECT_EQ(err, "");
-        std::vector<std::vector<std::string>> rows;
+        std::vector<Strings> rows;
         for (const auto& line : split(out, "\r\n"))
             if (!line.empty())
                 rows.push_back(split(line, ","));
         return rows;
     }
 
-    Bytes seasonFile(const std::string& name) const {
-        std::ifstream in(season + name, std::ios::binary);
-        return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    void writeSeasonFile(const std::string& name, const Bytes& bytes) const {
-        std::ofstream o(season + name, std::ios::binary | std::ios::trunc);
-        o.write(reinterpret_cast<const char*>(bytes.data()),
-                static_cast<std::streamsize>(bytes.size()));
-    }
-    // Marks games for Special Select in team 1's game file.
-    void markGames(std::initializer_list<int> positions) const {
-        Bytes games = seasonFile("FBGS1.DAT");
-        for (int p : positions)
-            games.at(static_cast<std::size_t>(p - 1) * 200 + 134) = '2';
-        writeSeasonFile("FBGS1.DAT", games);
-    }
+    Bytes seasonFile(const std::string& name) const { return dir.read("season/" + name); }
 
-    // What the statistics file says, summed independently of the report: per player, the sum of
-    // one entered column over his live records of a category.
-    std::map<int, long long> columnSums(char category, int code) const {
+    // What the statistics file says, worked out apart from the report: per player with a live
+    // record of the category, the sum of what `of` takes from each of them.
+    std::map<int, long long> perPlayer(char category,
+                                       const std::function<long long(const Bytes&)>& of) const {
         std::map<int, long long> sums;
         const Bytes stats = seasonFile("FBPS1.DAT");
-        for (std::size_t at = 0; at + 110 <= stats.size(); at += 110) {
-            const Bytes rec(stats.begin() + static_cast<std::ptrdiff_t>(at),
-                            stats.begin() + static_cast<std::ptrdiff_t>(at + 110));
-            const StatRecord r = StatRecord::decode(rec);
-            if (r.header.category == category && r.header.isLive())
-                sums[r.header.playerNumber] +=
-                    r.values[static_cast<std::size_t>(statSlot(category, code))];
+        for (auto at = stats.begin(); stats.end() - at >= 110; at += 110) {
+            const Bytes rec(at, at + 110);
+            const StatHeader h = StatHeader::decode(rec);
+            if (h.category == category && h.isLive())
+                sums[h.playerNumber] += of(rec);
         }
         return sums;
     }
-    // Per player, the entries of one type in his kicking or returns lists.
-    std::map<int, long long> entryCounts(char category, char type) const {
-        std::map<int, long long> counts;
-        const Bytes stats = seasonFile("FBPS1.DAT");
-        for (std::size_t at = 0; at + 110 <= stats.size(); at += 110) {
-            const StatListRecord r = StatListRecord::decode(
-                Bytes(stats.begin() + static_cast<std::ptrdiff_t>(at),
-                      stats.begin() + static_cast<std::ptrdiff_t>(at + 110)));
-            if (r.header.category != category || !r.header.isLive())
-                continue;
-            counts[r.header.playerNumber] += 0;
-            for (const auto& e : r.entries)
-                counts[r.header.playerNumber] += e.type == type ? 1 : 0;
-        }
-        return counts;
-    }
 };
 
-std::size_t column(const std::vector<std::string>& header, const std::string& name) {
+std::size_t column(const Strings& header, const std::string& name) {
     const auto it = std::find(header.begin(), header.end(), name);
     EXPECT_NE(it, header.end()) << name;
     return static_cast<std::size_t>(it - header.begin());
+}
+
+// One entered column of a category record; the entries of one type in a kicking or returns list.
+std::function<long long(const Bytes&)> entered(char category, int code) {
+    return [=](const Bytes& rec) {
+        return StatRecord::decode(rec).values[static_cast<std::size_t>(statSlot(category, code))];
+    };
+}
+std::function<long long(const Bytes&)> entries(char type) {
+    return [=](const Bytes& rec) {
+        const auto& list = StatListRecord::decode(rec).entries;
+        return std::count_if(list.begin(), list.end(),
+                             [&](const auto& e) { return e.type == type; });
+    };
 }
 
 } // namespace
@@ -151,18 +136,20 @@ TEST_F(ReportCommandTest, CsvOfEveryCategoryAgreesWithTheStatisticsFile) {
     };
     const std::vector<Case> cases = {
         {'P', "No,Name,G,Att,Cm,Pct,Yds,Avg,Lg,Big,FD,Int,Sk,F,FL,Pen,Rtg,TD,XPt,Pts", "Yds",
-         columnSums('P', 4)},
+         perPlayer('P', entered('P', 4))},
         {'C', "No,Name,G,Tgt,Rec,Yds,Avg,Lg,Big,Y@C,YAC,FD,FD%,F,FL,Pen,TD,XPt,Pts", "YAC",
-         columnSums('C', 7)},
-        {'R', "No,Name,G,Rsh,Yds,YdL,Lg,Avg,FD,F,FL,Pen,TD,XPt,Pts", "Rsh", columnSums('R', 2)},
-        {'D', "No,Name,G,Tkl,Sol,Ast,Int,Blk,Hur,F,FC,Sk,TD,Pen", "Sol", columnSums('D', 3)},
-        {'K', "No,Name,G,Extra Points,Pnt,PLg,PAv,FG All,FLg", "Pnt", entryCounts('K', 'P')},
+         perPlayer('C', entered('C', 7))},
+        {'R', "No,Name,G,Rsh,Yds,YdL,Lg,Avg,FD,F,FL,Pen,TD,XPt,Pts", "Rsh",
+         perPlayer('R', entered('R', 2))},
+        {'D', "No,Name,G,Tkl,Sol,Ast,Int,Blk,Hur,F,FC,Sk,TD,Pen", "Sol",
+         perPlayer('D', entered('D', 3))},
+        {'K', "No,Name,G,Extra Points,Pnt,PLg,PAv,FG All,FLg", "Pnt", perPlayer('K', entries('P'))},
         {'T', "No,Name,G,PRt,PAv,PFC,PF,PTD,PLg,PYd,KRt,KAv,KFC,KF,KTD,KLg,KYd", "KRt",
-         entryCounts('T', 'K')},
+         perPlayer('T', entries('K'))},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.category);
-        const auto rows = csv({"--team", "1", "--category", std::string(1, c.category)});
+        const auto rows = csvArgs({"--team", "1", "--category", std::string(1, c.category)});
         ASSERT_GE(rows.size(), 3u);
         std::string header;
         for (const auto& h : rows.front())
@@ -185,70 +172,71 @@ TEST_F(ReportCommandTest, CsvOfEveryCategoryAgreesWithTheStatisticsFile) {
     }
 
     // The kicker's extra points as made/attempted with the percentage, untrimmed inside.
-    const auto kicking = csv({"--team", "1", "--category", "K"});
+    const auto kicking = csv("--team 1 --category K");
     EXPECT_EQ(kicking[1][column(kicking[0], "Extra Points")], "29/29 100.0%");
     EXPECT_EQ(kicking[1][1], "Luis Ortega");
 }
 
-TEST_F(ReportCommandTest, TeamRecordSelectionsAndTheirRanges) {
+// Game ranges, game types, Special Select, one player and several teams narrow what is reported.
+TEST_F(ReportCommandTest, SelectionsNarrowTheReport) {
     const std::string header = "Game Type,Won,Lost,Tie,Pct,PF,PA\r\n";
-    // Worked out by hand from the sample's quarter scores.
-    ASSERT_EQ(run({"--team", "1", "--category", "E", "--format", "csv"}), 0) << err;
-    EXPECT_EQ(out, header + "League,4,2,1,.643,155,145\r\nNon-League,2,0,0,1.000,52,37\r\n"
-                            "Playoff,0,1,0,.000,20,23\r\nTotals,6,3,1,.650,227,205\r\n");
-
-    // A reversed range is the same range.
-    ASSERT_EQ(
-        run({"--team", "1", "--category", "E", "--format", "csv", "--from", "5", "--to", "3"}), 0);
-    EXPECT_EQ(out, header + "League,1,0,1,.750,52,27\r\nNon-League,1,0,0,1.000,28,20\r\n"
-                            "Totals,2,0,1,.833,80,47\r\n");
-    const auto reversed = csv({"--team", "1", "--category", "P", "--from", "5", "--to", "3"});
-    EXPECT_EQ(reversed, csv({"--team", "1", "--category", "P", "--from", "3", "--to", "5"}));
+    // Team records worked out by hand from the sample's quarter scores; a reversed range is the
+    // same range.
+    const std::pair<Strings, std::string> records[] = {
+        {{},
+         "League,4,2,1,.643,155,145\r\nNon-League,2,0,0,1.000,52,37\r\n"
+         "Playoff,0,1,0,.000,20,23\r\nTotals,6,3,1,.650,227,205\r\n"},
+        {{"--from", "5", "--to", "3"},
+         "League,1,0,1,.750,52,27\r\nNon-League,1,0,0,1.000,28,20\r\nTotals,2,0,1,.833,80,47\r\n"},
+        {{"--types", "2,3"},
+         "Non-League,2,0,0,1.000,52,37\r\nPlayoff,0,1,0,.000,20,23\r\n"
+         "Totals,2,1,0,.667,72,60\r\n"}};
+    for (auto [args, rows] : records) {
+        args.insert(args.begin(), {"--team", "1", "--category", "E", "--format", "csv"});
+        ASSERT_EQ(runArgs(args), 0) << err;
+        EXPECT_EQ(out, header + rows);
+    }
+    const auto reversed = csv("--team 1 --category P --from 5 --to 3");
+    EXPECT_EQ(reversed, csv("--team 1 --category P --from 3 --to 5"));
     EXPECT_EQ(reversed[1][2], "3");
-    ASSERT_EQ(run({"--team", "1", "--category", "P", "--from", "5", "--to", "3"}), 0);
+    ASSERT_EQ(run("--team 1 --category P --from 5 --to 3"), 0);
     EXPECT_NE(out.find("\nGames 3 to 5, all game types\n"), std::string::npos);
 
-    // Game types.
-    ASSERT_EQ(run({"--team", "1", "--category", "E", "--format", "csv", "--types", "2,3"}), 0);
-    EXPECT_EQ(out, header + "Non-League,2,0,0,1.000,52,37\r\nPlayoff,0,1,0,.000,20,23\r\n"
-                            "Totals,2,1,0,.667,72,60\r\n");
-
     // Special Select: nothing is marked in the sample, so nothing counts.
-    ASSERT_EQ(run({"--team", "1", "--category", "R", "--special"}), 0);
+    ASSERT_EQ(run("--team 1 --category R --special"), 0);
     EXPECT_NE(out.find("\nNo Games\n"), std::string::npos);
-    markGames({3, 5});
-    ASSERT_EQ(run({"--team", "1", "--category", "E", "--format", "csv", "--special"}), 0);
+    Bytes games = seasonFile("FBGS1.DAT");
+    games.at(2 * 200 + 134) = games.at(4 * 200 + 134) = '2'; // games 3 and 5
+    dir.write("season/FBGS1.DAT", games);
+    ASSERT_EQ(run("--team 1 --category E --format csv --special"), 0);
     EXPECT_EQ(out, header + "League,1,0,1,.750,52,27\r\nTotals,1,0,1,.750,52,27\r\n");
-    const auto marked = csv({"--team", "1", "--category", "P", "--special"});
+    const auto marked = csv("--team 1 --category P --special");
     EXPECT_EQ(marked[1][1], "Caleb Morrison");
     EXPECT_EQ(marked[1][2], "2");
     EXPECT_EQ(marked.back()[2], "2");
-}
 
-TEST_F(ReportCommandTest, OnePlayerByNumberOrByName) {
-    const auto all = csv({"--team", "1", "--category", "R"});
-    const auto seven = csv({"--team", "1", "--category", "R", "--player", "7"});
+    // One player by number or by name.
+    const auto hawks = csv("--team 1 --category R");
+    const auto seven = csv("--team 1 --category R --player 7");
     ASSERT_EQ(seven.size(), 3u);
     EXPECT_EQ(seven[1][0], "7");
     EXPECT_EQ(seven[1][1], "Caleb Morrison");
     const auto his =
-        std::find_if(all.begin(), all.end(), [](const auto& r) { return r[0] == "7"; });
-    ASSERT_NE(his, all.end());
+        std::find_if(hawks.begin(), hawks.end(), [](const auto& r) { return r[0] == "7"; });
+    ASSERT_NE(his, hawks.end());
     EXPECT_EQ(seven[1], *his);
     // The totals are his alone.
-    EXPECT_EQ(std::vector<std::string>(seven[2].begin() + 2, seven[2].end()),
-              std::vector<std::string>(seven[1].begin() + 2, seven[1].end()));
-    EXPECT_EQ(csv({"--team", "1", "--category", "R", "--player", "  CALEB Morrison"}), seven);
+    EXPECT_EQ(Strings(seven[2].begin() + 2, seven[2].end()),
+              Strings(seven[1].begin() + 2, seven[1].end()));
+    EXPECT_EQ(csvArgs({"--team", "1", "--category", "R", "--player", "  CALEB Morrison"}), seven);
     // A player without rushes: no line, totals of nothing.
-    const auto nobody = csv({"--team", "1", "--category", "R", "--player", "99"});
+    const auto nobody = csv("--team 1 --category R --player 99");
     ASSERT_EQ(nobody.size(), 2u);
     EXPECT_EQ(nobody[1][2], "0");
-}
 
-TEST_F(ReportCommandTest, SeveralTeamsInOneReport) {
-    const auto hawks = csv({"--team", "1", "--category", "R"});
-    const auto tigers = csv({"--team", "2", "--category", "R"});
-    const auto both = csv({"--team", "1,2", "--category", "R"});
+    // Several teams in one report.
+    const auto tigers = csv("--team 2 --category R");
+    const auto both = csv("--team 1,2 --category R");
     EXPECT_EQ(both[0][2], "Team");
     EXPECT_EQ(both.size(), hawks.size() + tigers.size() - 2);
     std::set<std::string> teams;
@@ -258,12 +246,12 @@ TEST_F(ReportCommandTest, SeveralTeamsInOneReport) {
     const std::size_t yds = column(hawks[0], "Yds");
     EXPECT_EQ(std::stoll(both.back()[yds + 1]),
               std::stoll(hawks.back()[yds]) + std::stoll(tigers.back()[yds]));
-    ASSERT_EQ(run({"--team", "1,2", "--category", "R"}), 0);
+    ASSERT_EQ(run("--team 1,2 --category R"), 0);
     EXPECT_NE(out.find("\nMultiple Teams: Hawks, Tigers\n"), std::string::npos);
 }
 
 TEST_F(ReportCommandTest, TextIsWhatThePrintRoutineWritesToAFile) {
-    ASSERT_EQ(run({"--team", "1,2", "--category", "D", "--lines", "21"}), 0);
+    ASSERT_EQ(run("--team 1,2 --category D --lines 21"), 0);
     const std::string printed = out;
     EXPECT_EQ(printed.rfind("Defensive Statistics", 0), 0u);
     EXPECT_NE(printed.find("\n\f\nDefensive Statistics"), std::string::npos); // a second page
@@ -272,49 +260,55 @@ TEST_F(ReportCommandTest, TextIsWhatThePrintRoutineWritesToAFile) {
     EXPECT_EQ(printed.find(" \n"), std::string::npos); // trailing spaces removed
 
     const std::string file = dir.dir() + "report.txt";
-    ASSERT_EQ(run({"--team", "1,2", "--category", "D", "--lines", "21", "--output", file}), 0);
+    ASSERT_EQ(runArgs({"--team", "1,2", "--category", "D", "--lines", "21", "--output", file}), 0);
     EXPECT_EQ(out, "");
-    std::ifstream in(file, std::ios::binary);
-    const std::string written((std::istreambuf_iterator<char>(in)), {});
-    EXPECT_EQ(written, printed);
-    ASSERT_EQ(
-        run({"--team", "1,2", "--category", "D", "--lines", "21", "--output", file, "--append"}),
-        0);
-    std::ifstream again(file, std::ios::binary);
-    EXPECT_EQ(std::string((std::istreambuf_iterator<char>(again)), {}), printed + printed);
+    const Bytes written = dir.read("report.txt");
+    EXPECT_EQ(std::string(written.begin(), written.end()), printed);
+    ASSERT_EQ(runArgs({"--team", "1,2", "--category", "D", "--lines", "21", "--output", file,
+                       "--append"}),
+              0);
+    const Bytes twice = dir.read("report.txt");
+    EXPECT_EQ(std::string(twice.begin(), twice.end()), printed + printed);
+}
+
+// Game scores, standings and a game log.
+TEST_F(ReportCommandTest, GameScoresStandingsAndAGameLog) {
+    ASSERT_EQ(run("--team 1 --category G --short"), kCommandOk);
+    const Bytes games = seasonFile("FBGS1.DAT");
+    const GameRecord first = GameRecord::decode(Bytes(games.begin(), games.begin() + 200));
+    const ConfigRecord config = ConfigRecord::decode(dir.read("program/BXFB.INI"));
+    EXPECT_NE(out.find(trimRight(GameLine(first, *first.pointSums(), config))), std::string::npos);
+    ASSERT_EQ(run("--team 1,2 --category S --format csv"), kCommandOk);
+    EXPECT_EQ(out.substr(0, out.find("\r\n")), "Team,W,L,T,Pct,PF,PA,Diff");
+    ASSERT_EQ(run("--team 1,2 --category S"), kCommandOk);
+    EXPECT_EQ(out.rfind("Team Standings ", 0), 0u);
+    ASSERT_EQ(run("--team 1 --category R --player 22 --by-game"), kCommandOk);
+    EXPECT_NE(out.find("Season"), std::string::npos);
 }
 
 TEST_F(ReportCommandTest, BadArgumentsAreRefusedWithOneLine) {
-    const std::vector<std::vector<std::string>> bad = {
-        {},
-        {"--team", "1"},
-        {"--category", "P"},
-        {"--team", "1", "--category", "X"},
-        {"--team", "0", "--category", "P"},
-        {"--team", "1,1", "--category", "P"},
-        {"--team", "50", "--category", "P"}, // a team slot nobody named
-        {"--team", "1", "--category", "P", "--from", "0"},
-        {"--team", "1", "--category", "P", "--to", "1000"},
-        {"--team", "1", "--category", "P", "--from", "12x"},
-        {"--team", "1", "--category", "P", "--types", "8"},
-        {"--team", "1", "--category", "P", "--columns", "2,24"},
-        {"--team", "1", "--category", "D", "--sort", "18"},
-        {"--team", "1", "--category", "P", "--asc", "--desc"},
-        {"--team", "1", "--category", "P", "--top", "0"},
-        {"--team", "1", "--category", "P", "--format", "pdf"},
-        {"--team", "1", "--category", "P", "--report", "No Such Report"},
-        {"--team", "1", "--category", "E", "--columns", "2"},
-        {"--team", "1", "--category", "P", "--lines", "20"},
-        {"--team", "1", "--category", "P", "--bogus"},
-        {"--team", "1", "--category", "P", "--output"},
-        {"--team", "1", "--category", "P", "--output", season + "report.txt"},
-    };
+    std::vector<Strings> bad = {
+        {"--team", "1", "--category", "P", "--output", season + "report.txt"}};
+    for (const std::string option :
+         {"--from 0", "--to 1000", "--from 12x", "--types 8", "--columns 2,24", "--asc --desc",
+          "--top 0", "--format pdf", "--report NoSuchReport", "--lines 20", "--bogus", "--output",
+          "--short"}) // --short is for game scores only
+        bad.push_back(words("--team 1 --category P " + option));
+    // Team 50 is a slot nobody named; game scores are of one team, --by-game of one player who
+    // has records, standings of every player.
+    for (const char* line :
+         {"", "--team 1", "--category P", "--team 1 --category X", "--team 0 --category P",
+          "--team 1,1 --category P", "--team 50 --category P", "--team 1 --category D --sort 18",
+          "--team 1 --category E --columns 2", "--team 1,2 --category G",
+          "--team 1 --category R --by-game", "--team 1 --category S --player 7",
+          "--team 1 --category R --player 98 --by-game"})
+        bad.push_back(words(line));
     for (const auto& args : bad) {
         std::string shown;
         for (const auto& a : args)
             shown += a + " ";
         SCOPED_TRACE(shown);
-        EXPECT_EQ(run(args), kCommandBadUsage);
+        EXPECT_EQ(runArgs(args), kCommandBadUsage);
         EXPECT_EQ(out, "");
         ASSERT_FALSE(err.empty());
         EXPECT_EQ(err.rfind("scorvane-report: ", 0), 0u);
@@ -323,25 +317,28 @@ TEST_F(ReportCommandTest, BadArgumentsAreRefusedWithOneLine) {
     EXPECT_FALSE(fs::exists(season + "report.txt"));
 
     // Files that cannot be used: a failure, not a usage error.
-    EXPECT_EQ(run({"--config", dir.dir(), "--team", "1", "--category", "P"}), kCommandFailed);
+    EXPECT_EQ(runArgs({"--config", dir.dir(), "--team", "1", "--category", "P"}), kCommandFailed);
     EXPECT_NE(err.find("BXFB.INI File Corrupt or Not Found"), std::string::npos);
-    EXPECT_EQ(run({"--data", dir.dir() + "nowhere", "--team", "1", "--category", "P"}),
+    EXPECT_EQ(runArgs({"--data", dir.dir() + "nowhere", "--team", "1", "--category", "P"}),
               kCommandFailed);
     Bytes roster = seasonFile("FBPN1.DAT");
     roster.pop_back();
-    writeSeasonFile("FBPN1.DAT", roster);
-    EXPECT_EQ(run({"--team", "1", "--category", "P"}), kCommandFailed);
+    dir.write("season/FBPN1.DAT", roster);
+    EXPECT_EQ(run("--team 1 --category P"), kCommandFailed);
     EXPECT_NE(err.find("FBPN1.DAT"), std::string::npos);
     EXPECT_EQ(out, "");
 
-    EXPECT_EQ(run({"--help"}), kCommandOk);
+    EXPECT_EQ(run("--help"), kCommandOk);
     EXPECT_EQ(out, reportCommandUsage());
 }
 
 TEST_F(ReportCommandTest, TheDataDirectoryIsNeverWritten) {
     fs::remove(season + "FBRPTFMT.DAT");
-    const auto before = snapshot(dir.path());
-    const std::vector<std::vector<std::string>> runs = {
+    const auto files = [&] {
+        return std::vector{snapshot(dir.path()), snapshot(program), snapshot(season)};
+    };
+    const auto before = files();
+    const std::vector<Strings> runs = {
         {"--team", "1", "--category", "P"},
         {"--team", "3", "--category", "C", "--format", "csv"}, // a team without files
         {"--team", "1,2,4", "--category", "T", "--format", "html"},
@@ -352,8 +349,8 @@ TEST_F(ReportCommandTest, TheDataDirectoryIsNeverWritten) {
         {"--team", "1", "--category", "X"},
     };
     for (const auto& args : runs)
-        run(args);
-    EXPECT_EQ(snapshot(dir.path()), before);
+        runArgs(args);
+    EXPECT_EQ(files(), before);
     EXPECT_FALSE(fs::exists(season + "FBPN3.DAT"));
     EXPECT_FALSE(fs::exists(season + "FBRPTFMT.DAT"));
 }
@@ -373,25 +370,22 @@ TEST_F(ReportCommandTest, SavedReportsAndOverridesChooseColumnsAndSort) {
     Bytes file = gone.encode();
     const Bytes second = mine.encode();
     file.insert(file.end(), second.begin(), second.end());
-    writeSeasonFile("FBRPTFMT.DAT", file);
+    dir.write("season/FBRPTFMT.DAT", file);
 
-    const auto rows = csv({"--team", "1", "--category", "R"});
-    EXPECT_EQ(rows[0], (std::vector<std::string>{"No", "Name", "Rsh", "Yds"}));
+    const auto rows = csv("--team 1 --category R");
+    EXPECT_EQ(rows[0], (Strings{"No", "Name", "Rsh", "Yds"}));
     for (std::size_t i = 2; i + 1 < rows.size(); ++i)
         EXPECT_LE(std::stoi(rows[i - 1][2]), std::stoi(rows[i][2]));
-    EXPECT_EQ(csv({"--team", "1", "--category", "R", "--report", "carries"}), rows);
-    EXPECT_EQ(run({"--team", "1", "--category", "R", "--report", "Gone"}), kCommandBadUsage);
+    EXPECT_EQ(csv("--team 1 --category R --report carries"), rows);
+    EXPECT_EQ(run("--team 1 --category R --report Gone"), kCommandBadUsage);
     // Chosen by default or by name, the saved report prints under its own title.
-    for (std::vector<std::string> args :
-         {std::vector<std::string>{"--team", "1", "--category", "R"},
-          {"--team", "1", "--category", "R", "--report", "Carries"}}) {
-        ASSERT_EQ(run(args), 0);
-        EXPECT_EQ(out.rfind("Carries ", 0), 0u) << args.size();
+    for (const char* line : {"--team 1 --category R", "--team 1 --category R --report Carries"}) {
+        ASSERT_EQ(run(line), 0);
+        EXPECT_EQ(out.rfind("Carries ", 0), 0u) << line;
     }
 
-    const auto overridden =
-        csv({"--team", "1", "--category", "R", "--columns", "3,12", "--sort", "3", "--desc"});
-    EXPECT_EQ(overridden[0], (std::vector<std::string>{"No", "Name", "Yds", "Avg"}));
+    const auto overridden = csv("--team 1 --category R --columns 3,12 --sort 3 --desc");
+    EXPECT_EQ(overridden[0], (Strings{"No", "Name", "Yds", "Avg"}));
     for (std::size_t i = 2; i + 1 < overridden.size(); ++i)
         EXPECT_GE(std::stoi(overridden[i - 1][2]), std::stoi(overridden[i][2]));
 }
@@ -423,15 +417,15 @@ TEST_F(ReportCommandTest, OverflowNamesPlayerAndColumnAndWritesNothing) {
     // No BXFB.INI beside the program: a data directory given on the command line still reads.
     program = dir.dir() + "empty/";
     fs::create_directories(program);
-    EXPECT_EQ(run({"--data", data.dir(), "--team", "1", "--category", "R", "--format", "csv"}),
+    EXPECT_EQ(runArgs({"--data", data.dir(), "--team", "1", "--category", "R", "--format", "csv"}),
               kCommandFailed);
     EXPECT_EQ(out, "");
     EXPECT_EQ(split(err, "\n").front(), "Overflow: column 13 \"Pts\" of player 9 Big Scorer");
     // 6000 touchdowns are 36000 points on the totals line too, but there 32 bits hold them.
     EXPECT_EQ(err.find("Totals"), std::string::npos);
-    ASSERT_EQ(run({"--data", data.dir(), "--team", "1", "--category", "R", "--format", "csv",
-                   "--columns", "5"}),
+    ASSERT_EQ(runArgs({"--data", data.dir(), "--team", "1", "--category", "R", "--format", "csv",
+                       "--columns", "5"}),
               kCommandFailed);
-    ASSERT_EQ(run({"--data", data.dir(), "--team", "1", "--category", "P"}), kCommandOk);
+    ASSERT_EQ(runArgs({"--data", data.dir(), "--team", "1", "--category", "P"}), kCommandOk);
     EXPECT_NE(out.find("\nNo Players\n"), std::string::npos);
 }

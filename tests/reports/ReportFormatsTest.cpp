@@ -24,6 +24,8 @@ struct ReportFormatsTest : ::testing::Test, scorvane::testing::ScratchData {
 
 } // namespace
 
+// Each category's default columns and sort, the Default button, confirming the format dialog and
+// the configuration's columns.
 TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     struct Expected {
         char category;
@@ -62,9 +64,8 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     rushing.sortColumn = 9;
     applyDefaultColumns(rushing);
     EXPECT_EQ(rushing.sortColumn, 3);
-}
 
-TEST(ReportFormatDefaults, ConfirmingTheFormatDialog) {
+    // Confirming the format dialog.
     const ReportFormatRecord base = defaultFormat('R');
     FormatEdit edit;
     edit.title = "   ";
@@ -91,15 +92,14 @@ TEST(ReportFormatDefaults, ConfirmingTheFormatDialog) {
     f.columns[1] = 24;
     f.columns[2] = -4;
     EXPECT_EQ(formatColumns(f).size(), 29u);
-}
 
-TEST(ReportFormatDefaults, TheConfigurationsColumnsServeUntilAReportIsSaved) {
+    // The configuration's columns serve until a report is saved.
     ConfigRecord config = ConfigRecord::defaults();
     config.columnLists[0].fill(0);
     config.columnLists[0][0] = 2;
     config.columnLists[0][1] = 17;
     config.sort[0] = {17, 'A'};
-    const ReportFormatRecord f = startingFormat('P', config);
+    f = startingFormat('P', config);
     EXPECT_EQ(formatColumns(f), codes({2, 17}));
     EXPECT_EQ(f.sortColumn, 17);
     EXPECT_EQ(f.sortDirection, 'A');
@@ -172,4 +172,35 @@ TEST_F(ReportFormatsTest, TheOnlyReportOfACategoryIsNotDeleted) {
     EXPECT_EQ(file(), before);
     EXPECT_EQ(saved.current('K', config).category, 'K');
     EXPECT_EQ(formatColumns(saved.current('T', config)), formatColumns(defaultFormat('T')));
+}
+
+TEST_F(ReportFormatsTest, DamagedFormatsShowUsableColumnsOrTheDefaults) {
+    ReportFormatRecord f = defaultFormat('K');
+    f.columns.fill(0);
+    f.columns[1] = 99; // past kicking's last column
+    f.columns[2] = 4;
+    f.columns[3] = -3;
+    f.columns[4] = 17;
+    EXPECT_EQ(shownColumns(f), (std::vector<int>{4, 17}));
+    f.columns.fill(0);
+    f.columns[1] = 40;
+    EXPECT_EQ(shownColumns(f), (std::vector<int>{1, 2, 4, 9, 10, 11, 17}));
+    f.category = 'Z'; // no such category: nothing to show
+    EXPECT_TRUE(shownColumns(f).empty());
+
+    // A file of the wrong length with unknown letters and bad codes still reads.
+    ReportFormatRecord good = defaultFormat('P');
+    good.reportName = fit("Season passing", 20);
+    ReportFormatRecord unknown = good;
+    unknown.category = '?';
+    Bytes file = unknown.encode();
+    const Bytes second = good.encode();
+    file.insert(file.end(), second.begin(), second.end());
+    file.resize(file.size() + 50, 'x');
+    dir.write("FBRPTFMT.DAT", file);
+    ASSERT_TRUE(saved.readOnly(dir.dir()));
+    EXPECT_EQ(saved.reportsOf('P'), (std::vector<int>{2}));
+    EXPECT_TRUE(saved.reportsOf('?').size() == 1 && saved.reportsOf('K').empty());
+    // Kicking, left without a report, starts from its default.
+    EXPECT_EQ(shownColumns(saved.current('K', config)), (std::vector<int>{1, 2, 4, 9, 10, 11, 17}));
 }

@@ -1,6 +1,7 @@
 #include "reports/GameLog.h"
 #include "reports/Season.h"
 #include "reports/Statistics.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/Platform.h"
 #include "storage/TeamList.h"
 #include "support/ScratchData.h"
@@ -10,29 +11,42 @@
 #include <filesystem>
 
 using namespace scorvane;
+using scorvane::testing::snapshot;
 
-// Looking at a team's report reads its files and writes nothing: a team with no roster, games or
-// statistics yet reads as empty, and no file appears for it.
+// Looking at a team's report or screen reads its files and writes nothing: a team with no roster,
+// games or statistics yet reads as empty, and no file appears for it. A roster of an older layout
+// cannot be read as it is; for a screen the program's files convert it.
 TEST(SeasonRead, ATeamWithoutFilesReadsEmptyAndNothingIsCreated) {
     scorvane::testing::ScratchData s;
     ASSERT_TRUE(TeamList::createTeamList(s.data));
     TeamList names;
     ASSERT_TRUE(names.storeNames(s.data, 3, "Lakeview Tigers", "Tigers"));
-    const auto before = std::distance(std::filesystem::directory_iterator(s.dir.path()),
-                                      std::filesystem::directory_iterator());
+    const auto before = snapshot(s.dir.path());
+    for (bool screen : {false, true}) {
+        TeamSeason season;
+        ASSERT_TRUE(screen ? viewTeamSeason(s.data, 3, season) : loadTeamSeason(s.data, 3, season));
+        EXPECT_EQ(season.name, "Lakeview Tigers");
+        EXPECT_EQ(season.shortName, "Tigers");
+        EXPECT_TRUE(season.games.empty());
+        int records = 0;
+        ASSERT_TRUE(season.stats.forEach([&](ByteView) { ++records; }));
+        EXPECT_EQ(records, 0);
+        EXPECT_EQ(season.playerName(5), std::string(17, ' '));
+        EXPECT_EQ(snapshot(s.dir.path()), before);
+    }
+
+    Bytes old(50, ' '); // one record of 50 bytes
+    old[0] = 9;
+    old[1] = 0;
+    const std::string name = "Old Timer";
+    std::copy(name.begin(), name.end(), old.begin() + 2);
+    s.dir.write("FBPN3.DAT", old);
     TeamSeason season;
-    ASSERT_TRUE(loadTeamSeason(s.data, 3, season));
+    ASSERT_FALSE(readTeamSeason(s.data.paths(), 3, season));
+    ASSERT_TRUE(viewTeamSeason(s.data, 3, season));
     EXPECT_EQ(season.name, "Lakeview Tigers");
-    EXPECT_EQ(season.shortName, "Tigers");
-    EXPECT_TRUE(season.games.empty());
-    int records = 0;
-    ASSERT_TRUE(season.stats.forEach([&](ByteView) { ++records; }));
-    EXPECT_EQ(records, 0);
-    EXPECT_EQ(season.playerName(5), std::string(17, ' '));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(s.dir.path()),
-                            std::filesystem::directory_iterator()),
-              before);
-    EXPECT_FALSE(s.dir.exists("FBPS3.DAT"));
+    EXPECT_EQ(season.playerName(9), fit("Old Timer", 17));
+    EXPECT_EQ(s.dir.read("FBPN3.DAT").size(), 201u);
 }
 
 namespace {
@@ -75,7 +89,9 @@ struct LargeTeam {
 } // namespace
 
 // A season read from its files gives the same report as the same records in memory, whichever
-// pieces the records fall in, and a trailing part of a record is no record.
+// pieces the records fall in, and a trailing part of a record is no record. A statistics file that
+// cannot be read when the report is worked out fails the report: no figures short of some records
+// are taken for the season's.
 TEST(SeasonRead, StatisticsReadPieceByPieceCountAsTheSameRecordsInMemory) {
     LargeTeam t;
     TeamSeason fromFile;
@@ -104,17 +120,7 @@ TEST(SeasonRead, StatisticsReadPieceByPieceCountAsTheSameRecordsInMemory) {
                 }
             EXPECT_EQ(a.totals[3].value, b.totals[3].value);
         }
-    // Each pass reads the file as it is then.
-    t.s.dir.write("FBPS1.DAT", Bytes{});
-    EXPECT_TRUE(ComputeStatistics('P', {fromFile}, Selection{}).empty());
-}
 
-// A statistics file that cannot be read when the report is worked out fails the report: no
-// figures short of some records are taken for the season's.
-TEST(SeasonRead, AStatisticsFileThatCannotBeReadFailsTheReport) {
-    LargeTeam t;
-    TeamSeason season;
-    ASSERT_TRUE(readTeamSeason(t.s.data.paths(), 1, season));
     struct Refuse {
         static platform::Injection before(void*, const platform::CallInfo& call) {
             if (call.call == platform::Call::Open && call.path.ends_with("FBPS1.DAT"))
@@ -124,12 +130,16 @@ TEST(SeasonRead, AStatisticsFileThatCannotBeReadFailsTheReport) {
     };
     const platform::Hooks hooks{nullptr, &Refuse::before};
     platform::setHooks(&hooks);
-    const StatReport report = ComputeStatistics('P', {season}, Selection{});
-    const GameLog log = computeGameLog('P', season, Selection{}, 2);
+    const StatReport report = ComputeStatistics('P', {fromFile}, Selection{});
+    const GameLog log = computeGameLog('P', fromFile, Selection{}, 2);
     platform::setHooks(nullptr);
     EXPECT_EQ(report.status.kind(), ErrorKind::Disk);
     EXPECT_EQ(report.status.code(), diskerr::DiskNotReady);
     EXPECT_EQ(log.status.kind(), ErrorKind::Disk);
     EXPECT_TRUE(log.empty());
-    EXPECT_TRUE(ComputeStatistics('P', {season}, Selection{}).status);
+    EXPECT_TRUE(ComputeStatistics('P', {fromFile}, Selection{}).status);
+
+    // Each pass reads the file as it is then.
+    t.s.dir.write("FBPS1.DAT", Bytes{});
+    EXPECT_TRUE(ComputeStatistics('P', {fromFile}, Selection{}).empty());
 }

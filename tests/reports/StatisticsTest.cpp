@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 using namespace scorvane;
 using scorvane::testing::SeasonBuilder;
 
@@ -17,6 +19,13 @@ StatReport compute(char category, const SeasonBuilder& b, const Selection& s = {
 
 std::string text(const StatReport& r, const PlayerFigures& p, int code) {
     return figureText(r.category, code, p[code]);
+}
+
+// Each column's text on a line, by column code.
+void expectTexts(const StatReport& r, const PlayerFigures& p,
+                 const std::vector<std::pair<int, std::string>>& texts) {
+    for (const auto& [code, want] : texts)
+        EXPECT_EQ(text(r, p, code), want) << "column " << code;
 }
 
 std::vector<int> numbers(const StatReport& r) {
@@ -42,22 +51,18 @@ TEST(Statistics, PasserRatingPartsAreClampedEachOnItsOwn) {
     const StatReport r = compute('P', b);
     ASSERT_EQ(numbers(r), (std::vector<int>{7, 8, 9, 10}));
 
-    EXPECT_EQ(text(r, r.players[0], 17), "158.3");
-    EXPECT_EQ(text(r, r.players[0], 15), "100.0");
-    EXPECT_EQ(text(r, r.players[0], 16), "20.0");  // yards per completion
-    EXPECT_EQ(text(r, r.players[1], 17), "118.8"); // 7.125 x 100 / 6 = 118.75, half up
-    EXPECT_EQ(text(r, r.players[2], 17), "0.0");
-    EXPECT_EQ(text(r, r.players[2], 16), "0.0");
-    EXPECT_EQ(text(r, r.players[3], 15), "0.0");
-    EXPECT_EQ(text(r, r.players[3], 17), "0.0");
-    EXPECT_EQ(text(r, r.players[3], 18), "6");
+    // Column 16 is yards per completion; 118.8 is 7.125 x 100 / 6 = 118.75, half up.
+    expectTexts(r, r.players[0], {{17, "158.3"}, {15, "100.0"}, {16, "20.0"}});
+    expectTexts(r, r.players[1], {{17, "118.8"}});
+    expectTexts(r, r.players[2], {{17, "0.0"}, {16, "0.0"}});
+    expectTexts(r, r.players[3], {{15, "0.0"}, {17, "0.0"}, {18, "6"}});
 
     // Printed in the width of its heading "   Rtg".
     const std::string line = FormatPlayerLine(r, r.players[0], {1, 17}, kTable);
     EXPECT_EQ(line, "  7 " + fit("", 17) + "  1 158.3");
 }
 
-TEST(Statistics, ReceivingDerivedColumns) {
+TEST(Statistics, ReceivingAndDefenseDerivedColumns) {
     SeasonBuilder b;
     b.player(81, "Jordan Hayes").game(1).game(2);
     b.stats(1, 81, 'C', {{2, 4}, {3, 10}, {7, 25}, {8, 2}, {4, 1}, {10, 1}});
@@ -65,33 +70,33 @@ TEST(Statistics, ReceivingDerivedColumns) {
     const StatReport r = compute('C', b);
     ASSERT_EQ(r.players.size(), 1u);
     const auto& p = r.players[0];
-    EXPECT_EQ(text(r, p, 14), "-15"); // Y@C = Yds 30 - YAC 45
-    EXPECT_EQ(text(r, p, 17), "0.5"); // FD% = 5 / 10, not multiplied by 100
-    EXPECT_EQ(text(r, p, 15), "3.0"); // Avg = 30 / 10
-    EXPECT_EQ(text(r, p, 16), "8");   // Pts = 1 x 6 + 1 x 2
-    EXPECT_EQ(text(r, p, 5), "12");   // the longest, not the sum
-    EXPECT_EQ(text(r, p, 1), "2");
+    // Y@C = Yds 30 - YAC 45; FD% = 5 / 10, not multiplied by 100; Avg = 30 / 10;
+    // Pts = 1 x 6 + 1 x 2; Lg the longest, not the sum.
+    expectTexts(r, p, {{14, "-15"}, {17, "0.5"}, {15, "3.0"}, {16, "8"}, {5, "12"}, {1, "2"}});
     EXPECT_EQ(FormatPlayerLine(r, p, {14, 17}, kTable), " 81 Jordan Hayes      -15   0.5");
+
+    // Defense: Tkl = Sol + Ast, sacks entered in halves.
+    b.stats(1, 90, 'D', {{3, 3}, {4, 2}, {10, 15}}).stats(2, 90, 'D', {{3, 1}, {10, 10}});
+    const StatReport d = compute('D', b);
+    expectTexts(d, d.players.at(0), {{2, "6"}, {10, "2.5"}});
+    EXPECT_EQ(FormatPlayerLine(d, d.players.at(0), {2, 10}, kTable),
+              " 90 " + fit("", 17) + "   6   2.5");
 }
 
-TEST(Statistics, MadeAttemptedTexts) {
-    EXPECT_EQ(FormatMadeAttempted(0, 0), "0/0   0.0%");
-    EXPECT_EQ(FormatMadeAttempted(1, 3), "1/3  33.3%");
-    EXPECT_EQ(FormatMadeAttempted(3, 4), "3/4  75.0%");
-    EXPECT_EQ(FormatMadeAttempted(10, 10), "10/10 100.0%");
-    EXPECT_EQ(FormatMadeAttempted(2, 3), "2/3  66.7%");
-    EXPECT_EQ(FormatMadeAttempted(30000000, 30000000), "Overflow"); // made x 100 past 32 bits
-}
-
-TEST(Statistics, DisplayMasksRoundHalfAwayFromZero) {
-    EXPECT_EQ(formatNumber(0.25, "##0.0"), "0.3");
-    EXPECT_EQ(formatNumber(-0.25, "##0.0"), "-0.3");
-    EXPECT_EQ(formatNumber(1234.56, "###0.0"), "1234.6");
-    EXPECT_EQ(formatNumber(75, " ##0.0"), " 75.0");
-    EXPECT_EQ(formatNumber(0.625, "###.000"), ".625");
-    EXPECT_EQ(formatNumber(1.0, "###.000"), "1.000");
-    EXPECT_EQ(formatNumber(2.0 / 3.0, "###.000"), ".667");
-    EXPECT_EQ(formatNumber(0.0, "###.000"), ".000");
+// Made/attempted texts, and display masks rounding half away from zero.
+TEST(Statistics, MadeAttemptedAndMaskTexts) {
+    const std::tuple<long long, long long, std::string> made[] = {
+        {0, 0, "0/0   0.0%"}, {1, 3, "1/3  33.3%"},
+        {3, 4, "3/4  75.0%"}, {10, 10, "10/10 100.0%"},
+        {2, 3, "2/3  66.7%"}, {30000000, 30000000, "Overflow"}}; // made x 100 past 32 bits
+    for (const auto& [m, a, want] : made)
+        EXPECT_EQ(FormatMadeAttempted(m, a), want);
+    const std::tuple<double, std::string, std::string> masks[] = {
+        {0.25, "##0.0", "0.3"},         {-0.25, "##0.0", "-0.3"},   {1234.56, "###0.0", "1234.6"},
+        {75, " ##0.0", " 75.0"},        {0.625, "###.000", ".625"}, {1.0, "###.000", "1.000"},
+        {2.0 / 3.0, "###.000", ".667"}, {0.0, "###.000", ".000"}};
+    for (const auto& [value, mask, want] : masks)
+        EXPECT_EQ(formatNumber(value, mask), want) << value << " " << mask;
 }
 
 TEST(Statistics, SixteenBitFiguresOverflowAndAreNeverWrapped) {
@@ -102,9 +107,9 @@ TEST(Statistics, SixteenBitFiguresOverflowAndAreNeverWrapped) {
     b.stats(1, 3, 'P', {{6, 5462}});          // the product alone leaves 16 bits
     const StatReport r = compute('P', b);
     ASSERT_EQ(r.players.size(), 3u);
-    EXPECT_EQ(text(r, r.players[0], 18), "32766");
-    EXPECT_EQ(text(r, r.players[1], 18), "Overflow");
-    EXPECT_EQ(text(r, r.players[2], 18), "Overflow");
+    expectTexts(r, r.players[0], {{18, "32766"}});
+    expectTexts(r, r.players[1], {{18, "Overflow"}});
+    expectTexts(r, r.players[2], {{18, "Overflow"}});
     std::vector<std::pair<int, int>> noted;
     for (const auto& n : r.overflows)
         noted.emplace_back(n.playerNumber, n.column);
@@ -210,14 +215,11 @@ TEST(Statistics, TotalsRecomputeRatiosFromSummedCounts) {
     b.stats(2, 2, 'P', {{2, 30}, {3, 30}, {4, 300}, {8, 45}});
     b.stats(1, 2, 'P', {{2, 1}, {3, 0}, {8, -7}});
     const StatReport r = compute('P', b);
-    EXPECT_EQ(text(r, r.players[0], 15), "50.0");
-    EXPECT_EQ(text(r, r.players[1], 15), "96.8"); // 30 of 31
-    EXPECT_EQ(text(r, r.totals, 15), "85.4");     // 35 of 41, not the mean of the two
-    EXPECT_EQ(text(r, r.totals, 2), "41");
-    EXPECT_EQ(text(r, r.players[0], 8), "-3"); // a negative longest gain shows
-    EXPECT_EQ(text(r, r.players[1], 8), "45");
-    EXPECT_EQ(text(r, r.totals, 8), "45"); // the longest of all
-    EXPECT_EQ(text(r, r.totals, 1), "2");  // selected games with a listed player
+    // Pct 30 of 31, and 35 of 41 on the totals, not the mean of the two; a negative longest gain
+    // shows, the totals' is the longest of all; G counts selected games with a listed player.
+    expectTexts(r, r.players[0], {{15, "50.0"}, {8, "-3"}});
+    expectTexts(r, r.players[1], {{15, "96.8"}, {8, "45"}});
+    expectTexts(r, r.totals, {{15, "85.4"}, {2, "41"}, {8, "45"}, {1, "2"}});
     EXPECT_EQ(FormatTotalsLine(r, {1, 2, 15}, kTable), "    Totals             2  41  85.4");
     EXPECT_EQ(FormatHeadingLine(r, {1, 2, 15}, kTable), " No Name               G Att   Pct");
 }
@@ -245,25 +247,29 @@ TEST(Statistics, KickingFromTheKickList) {
     const StatReport r = compute('K', b);
     ASSERT_EQ(r.players.size(), 1u);
     const auto& p = r.players[0];
-    EXPECT_EQ(text(r, p, 1), "2");
-    EXPECT_EQ(text(r, p, 2), "2/3  66.7%");  // extra points
-    EXPECT_EQ(text(r, p, 3), "1");           // XB
-    EXPECT_EQ(text(r, p, 4), "4");           // punts
-    EXPECT_EQ(text(r, p, 5), "1");           // PB
-    EXPECT_EQ(text(r, p, 6), "2");           // P20
-    EXPECT_EQ(text(r, p, 7), "1");           // PFC
-    EXPECT_EQ(text(r, p, 8), "1");           // PTB
-    EXPECT_EQ(text(r, p, 9), "52");          // PLg
-    EXPECT_EQ(text(r, p, 10), "32.5");       // PAv = 130 / 4
-    EXPECT_EQ(text(r, p, 11), "3/6  50.0%"); // FG All
-    EXPECT_EQ(text(r, p, 12), "1/1 100.0%"); // 0 to 20
-    EXPECT_EQ(text(r, p, 13), "0/1   0.0%"); // 21 to 30
-    EXPECT_EQ(text(r, p, 14), "1/2  50.0%"); // 31 to 40
-    EXPECT_EQ(text(r, p, 15), "1/2  50.0%"); // 41 and over
-    EXPECT_EQ(text(r, p, 16), "1");          // FGB
-    EXPECT_EQ(text(r, p, 17), "41");         // FLg: made kicks only
-    EXPECT_EQ(text(r, p, 18), "11");         // user columns sum the summary values
-    EXPECT_EQ(text(r, p, 22), "5");
+    // G, extra points, XB, punts, PB, P20, PFC, PTB, PLg, PAv = 130 / 4, FG All, FG 0 to 20,
+    // 21 to 30, 31 to 40, 41 and over, FGB, FLg of made kicks only; the user columns sum the
+    // summary values.
+    expectTexts(r, p,
+                {{1, "2"},
+                 {2, "2/3  66.7%"},
+                 {3, "1"},
+                 {4, "4"},
+                 {5, "1"},
+                 {6, "2"},
+                 {7, "1"},
+                 {8, "1"},
+                 {9, "52"},
+                 {10, "32.5"},
+                 {11, "3/6  50.0%"},
+                 {12, "1/1 100.0%"},
+                 {13, "0/1   0.0%"},
+                 {14, "1/2  50.0%"},
+                 {15, "1/2  50.0%"},
+                 {16, "1"},
+                 {17, "41"},
+                 {18, "11"},
+                 {22, "5"}});
     EXPECT_EQ(FormatPlayerLine(r, p, {2, 11}, kTable),
               "  3 " + fit("", 17) + "     2/3  66.7%    3/6  50.0%");
 }
@@ -288,18 +294,6 @@ TEST(Statistics, ReturnsFromTheReturnList) {
         EXPECT_EQ(text(r, p, code), expected[static_cast<std::size_t>(code - 1)]) << code;
 }
 
-TEST(Statistics, DefenseTacklesAndHalfSacks) {
-    SeasonBuilder b;
-    b.game(1).game(2);
-    b.stats(1, 90, 'D', {{3, 3}, {4, 2}, {10, 15}});
-    b.stats(2, 90, 'D', {{3, 1}, {10, 10}});
-    const StatReport r = compute('D', b);
-    const auto& p = r.players.at(0);
-    EXPECT_EQ(text(r, p, 2), "6");
-    EXPECT_EQ(text(r, p, 10), "2.5");
-    EXPECT_EQ(FormatPlayerLine(r, p, {2, 10}, kTable), " 90 " + fit("", 17) + "   6   2.5");
-}
-
 TEST(Statistics, SeveralTeamsCarryTheirShortNameAndShareTheTotals) {
     SeasonBuilder hawks(1, "Riverside Hawks", "Hawks");
     hawks.player(7, "Caleb").game(1).stats(1, 7, 'R', {{2, 3}, {3, 30}});
@@ -314,6 +308,55 @@ TEST(Statistics, SeveralTeamsCarryTheirShortNameAndShareTheTotals) {
               "  7 Liam              Tigers      2   10");
     EXPECT_EQ(FormatTotalsLine(r, {1, 2, 3, 12}, kTable),
               "    Totals                        3  10   40  4.0");
+}
+
+// "Less than n Games" and chosen players narrow the lines and the totals; chosen players are told
+// apart by team (Tigers' 6, not a Hawks' 6), and the totals' games are the listed players' teams'.
+TEST(Statistics, PlayerFilterNarrowsTheLinesAndTheTotals) {
+    constexpr int Att = 2, Yds = 4;
+    // Hawks: 7 passes in three games, 12 in one; Tigers: 6 in two.
+    SeasonBuilder hawks(1, "Riverside Hawks", "Hawks");
+    hawks.player(7, "Caleb Morrison").player(12, "Drew Kessler").game(1).game(2).game(3);
+    hawks.stats(1, 7, 'P', {{Att, 10}, {Yds, 100}})
+        .stats(2, 7, 'P', {{Att, 12}, {Yds, 90}})
+        .stats(3, 7, 'P', {{Att, 8}, {Yds, 40}})
+        .stats(3, 12, 'P', {{Att, 4}, {Yds, 30}});
+    SeasonBuilder tigers(2, "Lakeview Tigers", "Tigers");
+    tigers.player(6, "Liam Brennan").game(1).game(2);
+    tigers.stats(1, 6, 'P', {{Att, 20}, {Yds, 210}}).stats(2, 6, 'P', {{Att, 18}, {Yds, 160}});
+    const std::set<std::pair<int, int>> chosen = {{2, 6}, {1, 12}}; // team, number
+    struct Case {
+        int minimumGames;
+        bool chosen;
+        std::string listed;
+        long long yards, attempts, games;
+        bool narrows;
+    };
+    const Case cases[] = {
+        {0, false, "Hawks 7, Hawks 12, Tigers 6", 630, 72, 5, false},
+        {1, false, "Hawks 7, Hawks 12, Tigers 6", 630, 72, 5, false},
+        {2, false, "Hawks 7, Tigers 6", 600, 68, 5, true},
+        {3, false, "Hawks 7", 230, 30, 3, true},
+        {0, true, "Hawks 12, Tigers 6", 400, 42, 3, true},
+        {2, true, "Tigers 6", 370, 38, 2, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.listed);
+        PlayerFilter filter;
+        filter.minimumGames = c.minimumGames;
+        if (c.chosen)
+            filter.players = chosen;
+        const StatReport r =
+            ComputeStatistics('P', {hawks.season, tigers.season}, Selection{}, filter);
+        std::string listed;
+        for (const auto& p : r.players)
+            listed += (listed.empty() ? "" : ", ") + p.teamShortName + " " + digits(p.number);
+        EXPECT_EQ(listed, c.listed);
+        EXPECT_EQ(r.totals[Yds].value, c.yards);
+        EXPECT_EQ(r.totals[Att].value, c.attempts);
+        EXPECT_EQ(r.totals.games(), c.games);
+        EXPECT_EQ(filter.narrows(), c.narrows);
+    }
 }
 
 TEST(Statistics, DamagedRecordsAreSkipped) {

@@ -4,6 +4,7 @@
 #include "seasons/SeasonsCommand.h"
 #include "seasons/SeasonsDocument.h"
 #include "seasons/SeasonsFile.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/FileNames.h"
 #include "storage/Platform.h"
 #include "storage/StatLayout.h"
@@ -16,6 +17,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -25,6 +27,8 @@ using scorvane::testing::TempDir;
 using namespace scorvane::testing;
 
 namespace {
+
+using Strings = std::vector<std::string>;
 
 // Three seasons of one team. The passer changes number (7, then 12) and his name is written
 // three ways ("Chris Vale", "chris valé  ", "Chris Vale"); the receiver is misspelt in 2023
@@ -66,7 +70,7 @@ const std::map<std::string, std::vector<std::pair<std::size_t, int>>> kPeople = 
 struct ThreeSeasons {
     // Each season in a folder named by its label.
     TempDir root;
-    std::vector<std::string> dirs;
+    Strings dirs;
     std::vector<SeasonData> data = threeSeasons();
     SeasonsList list;
 
@@ -83,16 +87,11 @@ struct ThreeSeasons {
     }
     SeasonSet open() const { return openSeasons(list.seasons, list.links); }
 
-    // Every file of every season's folder, by path.
-    std::map<std::string, Bytes> snapshot() const {
-        std::map<std::string, Bytes> all;
-        for (const auto& e : std::filesystem::recursive_directory_iterator(root.path())) {
-            if (!e.is_regular_file())
-                continue;
-            std::ifstream in(e.path(), std::ios::binary);
-            all[e.path().string()] =
-                Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        }
+    // Every file of the folders, the seasons' and the one holding them.
+    std::vector<FolderSnapshot> snapshot() const {
+        std::vector<FolderSnapshot> all = {scorvane::testing::snapshot(root.path())};
+        for (const std::string& d : dirs)
+            all.push_back(scorvane::testing::snapshot(d));
         return all;
     }
 
@@ -114,8 +113,8 @@ struct ThreeSeasons {
     }
 };
 
-std::vector<std::string> split(const std::string& text, const std::string& separator) {
-    std::vector<std::string> out;
+Strings split(const std::string& text, const std::string& separator) {
+    Strings out;
     for (std::size_t start = 0;;) {
         const std::size_t at = text.find(separator, start);
         out.push_back(text.substr(start, at - start));
@@ -126,17 +125,14 @@ std::vector<std::string> split(const std::string& text, const std::string& separ
 }
 
 // The words of a printed line.
-std::vector<std::string> words(const std::string& line) {
+Strings words(const std::string& line) {
     std::istringstream in(line);
-    std::vector<std::string> out;
-    for (std::string w; in >> w;)
-        out.push_back(w);
-    return out;
+    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
 // The CSV rows of a text (no field of the test seasons needs quoting).
-std::vector<std::vector<std::string>> csvRows(const std::string& csv) {
-    std::vector<std::vector<std::string>> rows;
+std::vector<Strings> csvRows(const std::string& csv) {
+    std::vector<Strings> rows;
     for (const std::string& line : split(csv, "\r\n"))
         if (!line.empty())
             rows.push_back(split(line, ","));
@@ -144,14 +140,14 @@ std::vector<std::vector<std::string>> csvRows(const std::string& csv) {
 }
 
 // The cells of every body row of every table of an HTML page, table by table.
-std::vector<std::vector<std::vector<std::string>>> htmlTables(const std::string& html) {
-    std::vector<std::vector<std::vector<std::string>>> tables;
+std::vector<std::vector<Strings>> htmlTables(const std::string& html) {
+    std::vector<std::vector<Strings>> tables;
     for (std::size_t at = html.find("<tbody>"); at != std::string::npos;
          at = html.find("<tbody>", at + 1)) {
         const std::size_t end = html.find("</tbody>", at);
-        std::vector<std::vector<std::string>> rows;
+        std::vector<Strings> rows;
         for (std::size_t tr = html.find("<tr>", at); tr < end; tr = html.find("<tr>", tr + 1)) {
-            std::vector<std::string> cells;
+            Strings cells;
             const std::size_t rowEnd = html.find("</tr>", tr);
             for (std::size_t td = html.find("<td", tr); td < rowEnd;
                  td = html.find("<td", td + 1)) {
@@ -210,11 +206,8 @@ TEST(Career, EachPersonsLineIsTheSeasonComputationOverAllHisRecords) {
     const CareerReport passing = computeCareers(set, 'P', Selection{});
     const CareerLine* chris = lineOf(passing, "Chris Vale");
     ASSERT_NE(chris, nullptr);
-    EXPECT_EQ(chris->number, 12);
-    EXPECT_EQ(chris->figures[1].value, 6);   // games
-    EXPECT_EQ(chris->figures[2].value, 138); // Att
-    EXPECT_EQ(chris->figures[3].value, 53);  // Cm
-    EXPECT_EQ(chris->figures[8].value, 45);  // Lg: the greatest
+    EXPECT_EQ(chris->number, 12);           // his latest
+    EXPECT_EQ(chris->figures[8].value, 45); // Lg: the greatest
     // 53 of 138 is 38.4%; the mean of the seasons' 90%, 30% and 50% would be 56.7%.
     EXPECT_EQ(chris->figures[15].ratio, static_cast<float>(53.0 / 138.0 * 100.0));
 
@@ -238,15 +231,13 @@ TEST(Career, EachPersonsLineIsTheSeasonComputationOverAllHisRecords) {
 // No report writes a byte to any season's folder.
 TEST(Career, AMissingSeasonIsReportedAndNoDataDirectoryChanges) {
     ThreeSeasons t;
-    const std::map<std::string, Bytes> before = t.snapshot();
+    const auto before = t.snapshot();
     TempDir gone;
     const std::string missing = gone.dir() + "2022/";
     std::vector<SeasonEntry> chosen = t.list.seasons;
     chosen.insert(chosen.begin(), SeasonEntry{"2022", missing, 1});
     SeasonSet set = openSeasons(chosen, t.list.links);
-    ASSERT_EQ(set.messages.size(), 1u);
-    EXPECT_NE(set.messages[0].find("Season 2022"), std::string::npos);
-    EXPECT_NE(set.messages[0].find(platform::shownPath(missing)), std::string::npos);
+    ASSERT_EQ(set.messages.size(), 1u); // its text is checked on the command
 
     const CareerReport passing = computeCareers(set, 'P', Selection{});
     ASSERT_NE(lineOf(passing, "Chris Vale"), nullptr);
@@ -282,9 +273,6 @@ TEST(RecordBook, RanksTiesAndMinimums) {
                                                              {5, 100}, {6, 90},  {7, 60},  {7, 60},
                                                              {9, 50},  {10, 12}, {10, 12}};
     EXPECT_EQ(ranks, expected);
-    EXPECT_EQ(yards->entries[0].season, "2024");
-    EXPECT_EQ(yards->entries[0].date, "09/01/24");
-    EXPECT_EQ(yards->entries[0].opponent, "Opponent 1");
 
     // The whole book in one pass over each file gives every category's book as it is alone.
     std::vector<RecordBookOptions> all;
@@ -319,45 +307,9 @@ TEST(RecordBook, RanksTiesAndMinimums) {
     EXPECT_EQ(anyCarry.find(12, RecordScope::Game)->entries[0].figure.ratio, 50.0f);
     // A career needs 100 carries: only Dale has them, over 3 seasons.
     const RecordList* career = book.find(12, RecordScope::Career);
-    ASSERT_EQ(career->entries.size(), 1u);
-    EXPECT_EQ(career->entries[0].name, "Dale Ortiz");
-    EXPECT_EQ(career->entries[0].season, "2023-2025");
-
-    const std::string csv = recordListCsv(book, *career);
-    EXPECT_EQ(csv, "Rank,Name,Value,Season,Game,Date,Opponent\r\n"
-                   "1,Dale Ortiz,8.4,2023-2025,,,\r\n");
-}
-
-// The team's records from the game files: a winning streak runs on from one season into the next.
-TEST(RecordBook, TeamRecordsFromTheGames) {
-    ThreeSeasons t;
-    SeasonSet set = t.open();
-    const TeamRecords r = computeTeamRecords(set, Selection{}, 3);
-    ASSERT_EQ(r.mostScored.size(), 3u);
-    EXPECT_EQ(r.mostScored[0].scored, 42);
-    EXPECT_EQ(r.mostScored[0].season, "2025");
-    ASSERT_EQ(r.fewestAllowed.size(), 3u);
-    EXPECT_EQ(r.fewestAllowed[0].allowed, 0);
-    // 2023 all three and 2024 games 1 and 2, then 2025 games 1 and 2.
-    ASSERT_EQ(r.streaks.size(), 2u);
-    EXPECT_EQ(r.streaks[0].wins, 5);
-    EXPECT_EQ(r.streaks[0].fromSeason, "2023");
-    EXPECT_EQ(r.streaks[0].toSeason, "2024");
-    EXPECT_EQ(r.streaks[0].toGame, 2);
-    EXPECT_EQ(r.streaks[1].wins, 2);
-}
-
-// The career CSV: Name, Seasons, G and the chosen columns, rows in the report's order, then the
-// totals with the ratio worked out from the summed counts.
-TEST(Career, CsvRowsAndTotals) {
-    ThreeSeasons t;
-    SeasonSet set = t.open();
-    CareerReport report = computeCareers(set, 'P', Selection{});
-    sortCareers(report, 4, 'D');
-    ColumnTable table;
-    EXPECT_EQ(careerCsv(report, {1, 2, 3, 15}, table), "Name,Seasons,G,Att,Cm,Pct\r\n"
-                                                       "Chris Vale,3,6,138,53,38.4\r\n"
-                                                       "Totals,,6,138,53,38.4\r\n");
+    ASSERT_NE(career, nullptr);
+    EXPECT_EQ(recordListCsv(book, *career), "Rank,Name,Value,Season,Game,Date,Opponent\r\n"
+                                            "1,Dale Ortiz,8.4,2023-2025,,,\r\n");
 }
 
 // The seasons file: what is written reads back the same; lines it cannot use are reported and
@@ -378,7 +330,7 @@ TEST(SeasonsFile, RoundTripBadLinesAndDuplicates) {
     EXPECT_NE(std::string(written.begin(), written.end()).find("link\t2024\tJos\xC3\xA9 Cruz"),
               std::string::npos); // UTF-8 in the file
     SeasonsList back;
-    std::vector<std::string> problems;
+    Strings problems;
     ASSERT_TRUE(readSeasonsFile(path, back, problems));
     EXPECT_TRUE(problems.empty());
     EXPECT_EQ(back, list);
@@ -432,9 +384,9 @@ TEST(SeasonsFile, RoundTripBadLinesAndDuplicates) {
 
 // The printed career report is the season report's lines with the seasons count after the name,
 // under its own heading; the totals line leaves it blank. The heading's seasons line names the
-// seasons, runs of years written first-last.
+// seasons, runs of years written first-last. The CSV has the seasons count too.
 TEST(Career, PrintedLinesCarryTheSeasonsCount) {
-    const std::vector<std::pair<std::vector<std::string>, std::string>> lines = {
+    const std::vector<std::pair<Strings, std::string>> lines = {
         {{"2023", "2024", "2025"}, "Seasons 2023-2025"},
         {{"2021", "2023", "2025"}, "Seasons 2021, 2023, 2025"},
         {{"2025"}, "Season 2025"},
@@ -451,16 +403,14 @@ TEST(Career, PrintedLinesCarryTheSeasonsCount) {
     document.columns = {1, 2, 3, 12};
     document.heading = {careerTitle('R'), seasonsTeamLine(set), "Games 1 to 999"};
     const ColumnTable table;
-    const std::vector<std::string> page = careerPages(document, table, PrintOptions{});
+    const Strings page = careerPages(document, table, PrintOptions{});
     ASSERT_GE(page.size(), 12u);
     EXPECT_EQ(page[1], "Hawks, Seasons 2023-2025");
     const std::string& heading = page[4];
-    EXPECT_EQ(words(heading),
-              (std::vector<std::string>{"No", "Name", "Sns", "G", "Rsh", "Yds", "Avg"}));
+    EXPECT_EQ(words(heading), (Strings{"No", "Name", "Sns", "G", "Rsh", "Yds", "Avg"}));
     EXPECT_EQ(heading.substr(21, 4), " Sns");
     // Dale Ortiz first by yards: 3 seasons, 9 games, 102 carries for 860 yards.
-    EXPECT_EQ(words(page[6]),
-              (std::vector<std::string>{"30", "Dale", "Ortiz", "3", "9", "102", "860", "8.4"}));
+    EXPECT_EQ(words(page[6]), (Strings{"30", "Dale", "Ortiz", "3", "9", "102", "860", "8.4"}));
     EXPECT_EQ(page[6].substr(21, 4), "   3");
     int samLees = 0;
     for (const std::string& l : page)
@@ -470,8 +420,16 @@ TEST(Career, PrintedLinesCarryTheSeasonsCount) {
         }
     EXPECT_EQ(samLees, 2);
     const std::string& totals = page.back();
-    EXPECT_EQ(words(totals), (std::vector<std::string>{"Totals", "9", "112", "900", "8.0"}));
+    EXPECT_EQ(words(totals), (Strings{"Totals", "9", "112", "900", "8.0"}));
     EXPECT_EQ(totals.substr(21, 4), "    ");
+
+    // The CSV: Name, Seasons, G and the chosen columns, rows in the report's order, then the
+    // totals with the ratio worked out from the summed counts.
+    CareerReport passing = computeCareers(set, 'P', Selection{});
+    sortCareers(passing, 4, 'D');
+    EXPECT_EQ(careerCsv(passing, {1, 2, 3, 15}, table), "Name,Seasons,G,Att,Cm,Pct\r\n"
+                                                        "Chris Vale,3,6,138,53,38.4\r\n"
+                                                        "Totals,,6,138,53,38.4\r\n");
 }
 
 // The record book's CSV and HTML page hold every list's entries (the CSV rows of each list as the
@@ -493,45 +451,42 @@ TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
 
     const auto rows = csvRows(recordBookCsv(document, table));
     ASSERT_FALSE(rows.empty());
-    EXPECT_EQ(rows[0], (std::vector<std::string>{"Category", "Record", "Scope", "Rank", "Name",
-                                                 "Value", "Season", "Game", "Date", "Opponent"}));
-    std::vector<std::vector<std::string>> expected;
+    EXPECT_EQ(rows[0], (Strings{"Category", "Record", "Scope", "Rank", "Name", "Value", "Season",
+                                "Game", "Date", "Opponent"}));
+    std::vector<Strings> expected;
     for (const RecordList& list : book.lists) {
         const auto listRows = csvRows(recordListCsv(book, list));
         for (std::size_t i = 1; i < listRows.size(); ++i) {
-            std::vector<std::string> row = {"Rushing", list.column == 3 ? "Yds" : "Avg",
-                                            list.scope == RecordScope::Game     ? "Game"
-                                            : list.scope == RecordScope::Season ? "Season"
-                                                                                : "Career"};
+            Strings row = {"Rushing", list.column == 3 ? "Yds" : "Avg",
+                           list.scope == RecordScope::Game     ? "Game"
+                           : list.scope == RecordScope::Season ? "Season"
+                                                               : "Career"};
             row.insert(row.end(), listRows[i].begin(), listRows[i].end());
             expected.push_back(row);
         }
     }
     ASSERT_EQ(rows.size(), 1 + expected.size() + 3 + 3 + 2);
-    EXPECT_EQ(
-        std::vector<std::vector<std::string>>(
-            rows.begin() + 1, rows.begin() + 1 + static_cast<std::ptrdiff_t>(expected.size())),
-        expected);
-    EXPECT_EQ(rows[1], (std::vector<std::string>{"Rushing", "Yds", "Game", "1", "Dale Ortiz", "150",
-                                                 "2024", "1", "09/01/24", "Opponent 1"}));
+    EXPECT_EQ(std::vector<Strings>(rows.begin() + 1,
+                                   rows.begin() + 1 + static_cast<std::ptrdiff_t>(expected.size())),
+              expected);
+    EXPECT_EQ(rows[1], (Strings{"Rushing", "Yds", "Game", "1", "Dale Ortiz", "150", "2024", "1",
+                                "09/01/24", "Opponent 1"}));
     const std::size_t team = 1 + expected.size();
-    EXPECT_EQ(rows[team], (std::vector<std::string>{"Team", "Most Points Scored", "Game", "1", "",
-                                                    "42", "2025", "1", "09/01/24", "Opponent 1"}));
-    EXPECT_EQ(rows[team + 3],
-              (std::vector<std::string>{"Team", "Fewest Points Allowed", "Game", "1", "", "0",
-                                        "2024", "1", "09/01/24", "Opponent 1"}));
-    EXPECT_EQ(rows[team + 6], (std::vector<std::string>{"Team", "Longest Winning Streak", "Streak",
-                                                        "1", "", "5", "2023-2024", "1-2", "", ""}));
+    EXPECT_EQ(rows[team], (Strings{"Team", "Most Points Scored", "Game", "1", "", "42", "2025", "1",
+                                   "09/01/24", "Opponent 1"}));
+    EXPECT_EQ(rows[team + 3], (Strings{"Team", "Fewest Points Allowed", "Game", "1", "", "0",
+                                       "2024", "1", "09/01/24", "Opponent 1"}));
+    EXPECT_EQ(rows[team + 6], (Strings{"Team", "Longest Winning Streak", "Streak", "1", "", "5",
+                                       "2023-2024", "1-2", "", ""}));
 
     const std::string html = recordBookHtml(document, table);
     const auto tables = htmlTables(html);
     ASSERT_EQ(tables.size(), 6u + 3u);
     for (std::size_t i = 0; i < book.lists.size(); ++i) {
-        std::vector<std::vector<std::string>> want;
+        std::vector<Strings> want;
         for (const RecordEntry& e : book.lists[i].entries) {
-            std::vector<std::string> row = {digits(e.rank), e.name,
-                                            trim(figureText('R', book.lists[i].column, e.figure)),
-                                            e.season};
+            Strings row = {digits(e.rank), e.name,
+                           trim(figureText('R', book.lists[i].column, e.figure)), e.season};
             if (book.lists[i].scope == RecordScope::Game)
                 row.insert(row.end(), {digits(e.game), e.date, e.opponent});
             want.push_back(row);
@@ -540,13 +495,10 @@ TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
             want = {{"No records"}};
         EXPECT_EQ(tables[i], want) << i;
     }
-    EXPECT_EQ(tables[5],
-              (std::vector<std::vector<std::string>>{{"1", "Dale Ortiz", "8.4", "2023-2025"}}));
-    EXPECT_EQ(tables[6][0],
-              (std::vector<std::string>{"1", "42", "2025", "1", "09/01/24", "Opponent 1", "42-3"}));
-    EXPECT_EQ(tables[8],
-              (std::vector<std::vector<std::string>>{{"1", "5", "2023 game 1", "2024 game 2"},
-                                                     {"2", "2", "2025 game 1", "2025 game 2"}}));
+    EXPECT_EQ(tables[5], (std::vector<Strings>{{"1", "Dale Ortiz", "8.4", "2023-2025"}}));
+    EXPECT_EQ(tables[6][0], (Strings{"1", "42", "2025", "1", "09/01/24", "Opponent 1", "42-3"}));
+    EXPECT_EQ(tables[8], (std::vector<Strings>{{"1", "5", "2023 game 1", "2024 game 2"},
+                                               {"2", "2", "2025 game 1", "2025 game 2"}}));
     EXPECT_LT(html.find("Hawks, Seasons 2023-2025"), html.find("<section"));
     EXPECT_NE(html.find("Career <span class=\"note\">(at least 100 Rsh)</span>"),
               std::string::npos);
@@ -554,14 +506,13 @@ TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
         EXPECT_EQ(html.find(outside), std::string::npos) << outside;
 
     // Printed: each list under its title, an entry's figures under the list's headings.
-    const std::vector<std::string> page = recordBookPages(document, table, PrintOptions{});
+    const Strings page = recordBookPages(document, table, PrintOptions{});
     const auto title =
         std::find(page.begin(), page.end(), "Rushing Avg, Career (at least 100 Rsh)");
     ASSERT_LT(std::distance(title, page.end()), static_cast<std::ptrdiff_t>(page.size()));
     ASSERT_NE(title, page.end());
-    EXPECT_EQ(words(title[1]), (std::vector<std::string>{"Rank", "Name", "Avg", "Seasons"}));
-    EXPECT_EQ(words(title[3]),
-              (std::vector<std::string>{"1", "Dale", "Ortiz", "8.4", "2023-2025"}));
+    EXPECT_EQ(words(title[1]), (Strings{"Rank", "Name", "Avg", "Seasons"}));
+    EXPECT_EQ(words(title[3]), (Strings{"1", "Dale", "Ortiz", "8.4", "2023-2025"}));
 }
 
 namespace {
@@ -569,7 +520,7 @@ namespace {
 struct Command {
     std::string out;
     std::string err;
-    int run(const std::vector<std::string>& args) {
+    int run(const Strings& args) {
         std::ostringstream o, e;
         const int code = runSeasonsCommand(args, o, e, "/nonexistent-program-folder/");
         out = o.str();
@@ -588,7 +539,7 @@ TEST(SeasonsCommand, ArgumentErrors) {
     EXPECT_TRUE(isSeasonsCommand({"--season=/x/"}));
     EXPECT_FALSE(isSeasonsCommand({"--team", "1", "--category", "P"}));
     struct Case {
-        std::vector<std::string> args;
+        Strings args;
         std::string message;
     };
     const std::vector<Case> cases = {
@@ -648,32 +599,23 @@ TEST(SeasonsCommand, ReportsOverSeasonFoldersWithoutWritingToThem) {
     const auto before = t.snapshot();
     Command c;
 
-    EXPECT_EQ(c.run({"--season", t.dirs[1], "--season", t.dirs[2] + ":1", "--career", "--category",
-                     "P", "--columns", "1,2,3,15", "--format", "csv"}),
-              kCommandOk)
-        << c.err;
-    EXPECT_EQ(c.out, "Name,Seasons,G,Att,Cm,Pct\r\n"
-                     "Chris Vale,2,4,128,44,34.4\r\n"
-                     "Totals,,4,128,44,34.4\r\n");
-
-    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--career", "--category", "P", "--player",
-                     "CHRIS VALE", "--columns", "1,2,3,15", "--format", "csv"}),
-              kCommandOk)
-        << c.err;
-    EXPECT_EQ(c.out, "Season,G,Att,Cm,Pct\r\n"
-                     "2023,2,10,9,90.0\r\n"
-                     "2024,2,100,30,30.0\r\n"
-                     "2025,2,28,14,50.0\r\n"
-                     "Career,6,138,53,38.4\r\n");
-
-    EXPECT_EQ(c.run({"--seasons", seasonsFile, "--record-book", "--category", "R", "--column", "3",
-                     "--scope", "season", "--top", "3", "--format", "csv"}),
-              kCommandOk)
-        << c.err;
-    EXPECT_EQ(c.out, "Rank,Name,Value,Season,Game,Date,Opponent\r\n"
-                     "1,Dale Ortiz,350,2024,,,\r\n"
-                     "2,Dale Ortiz,280,2025,,,\r\n"
-                     "3,Dale Ortiz,230,2023,,,\r\n");
+    const std::pair<Strings, std::string> csvRuns[] = {
+        {{"--season", t.dirs[1], "--season", t.dirs[2] + ":1", "--career", "--category", "P",
+          "--columns", "1,2,3,15"},
+         "Name,Seasons,G,Att,Cm,Pct\r\nChris Vale,2,4,128,44,34.4\r\nTotals,,4,128,44,34.4\r\n"},
+        {{"--seasons", seasonsFile, "--career", "--category", "P", "--player", "CHRIS VALE",
+          "--columns", "1,2,3,15"},
+         "Season,G,Att,Cm,Pct\r\n2023,2,10,9,90.0\r\n2024,2,100,30,30.0\r\n2025,2,28,14,50.0\r\n"
+         "Career,6,138,53,38.4\r\n"},
+        {{"--seasons", seasonsFile, "--record-book", "--category", "R", "--column", "3", "--scope",
+          "season", "--top", "3"},
+         "Rank,Name,Value,Season,Game,Date,Opponent\r\n1,Dale Ortiz,350,2024,,,\r\n"
+         "2,Dale Ortiz,280,2025,,,\r\n3,Dale Ortiz,230,2023,,,\r\n"}};
+    for (auto [args, csv] : csvRuns) {
+        args.insert(args.end(), {"--format", "csv"});
+        EXPECT_EQ(c.run(args), kCommandOk) << c.err;
+        EXPECT_EQ(c.out, csv);
+    }
 
     EXPECT_EQ(c.run({"--seasons", seasonsFile, "--record-book", "--output",
                      elsewhere.file("book.html"), "--format", "html"}),

@@ -32,12 +32,12 @@ Bytes teamList(std::initializer_list<const char*> names) {
 
 // A data directory with three teams' files (team 3 without statistics), a note of the user's
 // that is no data file, and the report formats in a report directory of their own.
-struct Season {
+struct BackupRestore : ::testing::Test {
     testing::TempDir data, reports, elsewhere;
     testing::FakePrompter prompter;
     DataFiles files{DataPaths{"", data.dir(), reports.dir()}, prompter};
 
-    Season() {
+    BackupRestore() {
         data.write("FBTEAMS.DAT", teamList({"Bears", "Lions", "Hawks"}));
         int seed = 0;
         for (const char* name : {"FBPN1.DAT", "FBPI1.DAT", "FBGS1.DAT", "FBPS1.DAT", "FBPN2.DAT",
@@ -48,7 +48,16 @@ struct Season {
         data.write("notes.txt", Bytes{'m', 'i', 'n', 'e'});
         reports.write("FBRPTFMT.DAT", filler(167 * 2, 99));
     }
+    std::string undo;
+
     std::string backupPath() const { return elsewhere.file("season.sfb"); }
+    BackupResult backUp(const std::string& path) {
+        return backUpDataFiles(files, prompter, path, "2026-11-23 21:05:13");
+    }
+    BackupResult backUp() { return backUp(backupPath()); }
+    RestoreResult restore(const std::string& archive, const char* when = "2026-11-24 08:00:00") {
+        return restoreDataFiles(files, prompter, archive, when, undo);
+    }
     // Changes every kind of thing a restore must undo: a changed file, a removed one, a new team.
     void changeEverything() const {
         data.write("FBPN1.DAT", filler(201, 7));
@@ -58,6 +67,22 @@ struct Season {
         reports.write("FBRPTFMT.DAT", filler(167, 9));
     }
 };
+
+#if defined(__unix__) || defined(__APPLE__)
+// What `f` returns with no file allowed to grow past `limit` bytes, as on a full disk.
+template <class F> auto underFileSizeLimit(rlim_t limit, F f) {
+    rlimit before{};
+    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto* oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limited = before;
+    limited.rlim_cur = limit;
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    const auto result = f();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    return result;
+}
+#endif
 
 FolderSnapshot without(FolderSnapshot files, const std::string& name) {
     files.erase(name);
@@ -111,52 +136,47 @@ TEST(BackupArchive, ForeignFilesAndStrangeNamesAreRefusedWithTheirReason) {
     EXPECT_EQ(decodeBackup(newer, read).problem, ArchiveProblem::NewerVersion);
 }
 
-TEST(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
-    Season s;
-    const FolderSnapshot data = snapshot(s.data.path());
-    const FolderSnapshot reports = snapshot(s.reports.path());
-    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-              BackupResult::Written);
-    EXPECT_TRUE(s.prompter.shown.empty());
+TEST_F(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
+    const FolderSnapshot dataBefore = snapshot(data.path());
+    const FolderSnapshot reportsBefore = snapshot(reports.path());
+    ASSERT_EQ(backUp(), BackupResult::Written);
+    EXPECT_TRUE(prompter.shown.empty());
     // Making a backup changes nothing.
-    EXPECT_EQ(snapshot(s.data.path()), data);
+    EXPECT_EQ(snapshot(data.path()), dataBefore);
 
     BackupArchive archive;
-    ASSERT_TRUE(readBackupFile(s.prompter, s.backupPath(), archive));
+    ASSERT_TRUE(readBackupFile(prompter, backupPath(), archive));
     EXPECT_EQ(archive.files.size(), 11u); // the note of the user's is no data file
     // 120 + 9 x 200 + 37 x (1 + ... + 9) + 334 bytes
     EXPECT_EQ(describeBackup(archive), "3 teams, 11 files, 4 KB");
 
-    s.changeEverything();
-    const FolderSnapshot changedData = snapshot(s.data.path());
-    const FolderSnapshot changedReports = snapshot(s.reports.path());
-    s.prompter.answers = {Answer::Yes};
-    std::string undo;
-    ASSERT_EQ(restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo),
-              RestoreResult::Restored);
-    ASSERT_EQ(s.prompter.shown.size(), 1u);
-    EXPECT_EQ(s.prompter.shown[0],
+    changeEverything();
+    const FolderSnapshot changedData = snapshot(data.path());
+    const FolderSnapshot changedReports = snapshot(reports.path());
+    prompter.answers = {Answer::Yes};
+    ASSERT_EQ(restore(backupPath()), RestoreResult::Restored);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0],
               (Message{"Restoring the backup of 2026-11-23 21:05:13 replaces the teams, rosters, "
                        "games, statistics and report formats in " +
-                           s.data.dir() +
+                           data.dir() +
                            ".  The files there now are first saved as \"Before restore 2026-11-24 "
                            "08.00.00.sfb\" in that folder, so the restore can be undone.\n\n"
                            "Restore the backup?",
                        "Restore Files", Buttons::YesNo, Icon::Question, Answer::No}));
-    EXPECT_EQ(undo, s.data.file("Before restore 2026-11-24 08.00.00.sfb"));
-    EXPECT_EQ(without(snapshot(s.data.path()), "Before restore 2026-11-24 08.00.00.sfb"), data);
-    EXPECT_EQ(snapshot(s.reports.path()), reports);
+    EXPECT_EQ(undo, data.file("Before restore 2026-11-24 08.00.00.sfb"));
+    EXPECT_EQ(without(snapshot(data.path()), "Before restore 2026-11-24 08.00.00.sfb"), dataBefore);
+    EXPECT_EQ(snapshot(reports.path()), reportsBefore);
 
     // The backup of what was replaced undoes the restore.
-    s.prompter.answers = {Answer::Yes};
+    prompter.answers = {Answer::Yes};
     const std::string firstUndo = undo;
-    ASSERT_EQ(restoreDataFiles(s.files, s.prompter, firstUndo, "2026-11-24 08:01:00", undo),
-              RestoreResult::Restored);
-    FolderSnapshot undone = snapshot(s.data.path());
+    ASSERT_EQ(restore(firstUndo, "2026-11-24 08:01:00"), RestoreResult::Restored);
+    FolderSnapshot undone = snapshot(data.path());
     undone.erase("Before restore 2026-11-24 08.00.00.sfb");
     undone.erase("Before restore 2026-11-24 08.01.00.sfb");
     EXPECT_EQ(undone, changedData);
-    EXPECT_EQ(snapshot(s.reports.path()), changedReports);
+    EXPECT_EQ(snapshot(reports.path()), changedReports);
 }
 
 // The program's names are UTF-8; the test makes its folders through wide names where the system
@@ -166,7 +186,7 @@ std::string utf8(const std::filesystem::path& path) {
     return std::string(text.begin(), text.end());
 }
 
-TEST(BackupRestore, FoldersWithAccentedNamesAreFoundListedAndWritten) {
+TEST(BackupRestoreAccents, FoldersWithAccentedNamesAreFoundListedAndWritten) {
     testing::TempDir base;
     const std::filesystem::path data =
         base.path() / u8"Jos\u00e9" / u8"\u00dcn\u00efc\u00f6d\u00e9";
@@ -201,145 +221,108 @@ TEST(BackupRestore, FoldersWithAccentedNamesAreFoundListedAndWritten) {
     EXPECT_EQ(undo, utf8(data / "Before restore 2026-11-24 08.00.00.sfb"));
 }
 
-TEST(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
-    Season s;
-    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-              BackupResult::Written);
-    s.changeEverything();
-    const FolderSnapshot data = snapshot(s.data.path());
-    const FolderSnapshot reports = snapshot(s.reports.path());
+TEST_F(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
+    ASSERT_EQ(backUp(), BackupResult::Written);
+    changeEverything();
+    const FolderSnapshot dataBefore = snapshot(data.path());
+    const FolderSnapshot reportsBefore = snapshot(reports.path());
 
-    Bytes damaged = s.elsewhere.read("season.sfb");
+    Bytes damaged = elsewhere.read("season.sfb");
     damaged[damaged.size() / 2] ^= 1;
-    s.elsewhere.write("damaged.sfb", damaged);
-    s.elsewhere.write("letter.sfb", Bytes{'D', 'e', 'a', 'r', ' ', 'c', 'o', 'a', 'c', 'h'});
-    std::string undo;
+    elsewhere.write("damaged.sfb", damaged);
+    elsewhere.write("letter.sfb", Bytes{'D', 'e', 'a', 'r', ' ', 'c', 'o', 'a', 'c', 'h'});
     for (const char* name : {"damaged.sfb", "letter.sfb", "missing.sfb"}) {
         SCOPED_TRACE(name);
-        s.prompter = {};
-        s.prompter.answers = {Answer::Yes, Answer::Yes};
-        EXPECT_EQ(restoreDataFiles(s.files, s.prompter, s.elsewhere.file(name),
-                                   "2026-11-24 "
-                                   "08:00:00",
-                                   undo),
-                  RestoreResult::Refused);
-        ASSERT_EQ(s.prompter.shown.size(), 1u); // the refusal, and no question
-        EXPECT_EQ(s.prompter.shown[0].title, "Restore Files");
-        EXPECT_EQ(s.prompter.shown[0].buttons, Buttons::Ok);
-        EXPECT_EQ(snapshot(s.data.path()), data);
-        EXPECT_EQ(snapshot(s.reports.path()), reports);
+        prompter = {};
+        prompter.answers = {Answer::Yes, Answer::Yes};
+        EXPECT_EQ(restore(elsewhere.file(name)), RestoreResult::Refused);
+        ASSERT_EQ(prompter.shown.size(), 1u); // the refusal, and no question
+        EXPECT_EQ(prompter.shown[0].title, "Restore Files");
+        EXPECT_EQ(prompter.shown[0].buttons, Buttons::Ok);
+        EXPECT_EQ(snapshot(data.path()), dataBefore);
+        EXPECT_EQ(snapshot(reports.path()), reportsBefore);
     }
-    EXPECT_EQ(s.prompter.shown[0].text,
-              s.elsewhere.file("missing.sfb") + " was not found.  Nothing was restored.");
+    EXPECT_EQ(prompter.shown[0].text,
+              elsewhere.file("missing.sfb") + " was not found.  Nothing was restored.");
 
     // No, the default answer, keeps everything.
-    s.prompter = {};
-    EXPECT_EQ(restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo),
-              RestoreResult::Declined);
-    EXPECT_EQ(snapshot(s.data.path()), data);
+    prompter = {};
+    EXPECT_EQ(restore(backupPath()), RestoreResult::Declined);
+    EXPECT_EQ(snapshot(data.path()), dataBefore);
     EXPECT_EQ(undo, "");
 }
 
-TEST(BackupRestore, AnExistingBackupIsReplacedOnlyAfterYes) {
-    Season s;
-    s.elsewhere.write("season.sfb", Bytes{'o', 'l', 'd'});
-    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-              BackupResult::Declined);
-    ASSERT_EQ(s.prompter.shown.size(), 1u);
-    EXPECT_EQ(s.prompter.shown[0],
+TEST_F(BackupRestore, AnExistingBackupIsReplacedOnlyAfterYes) {
+    elsewhere.write("season.sfb", Bytes{'o', 'l', 'd'});
+    EXPECT_EQ(backUp(), BackupResult::Declined);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0],
               (Message{"season.sfb already exists.  Replace it?", "Back Up Files", Buttons::YesNo,
                        Icon::Question, Answer::No}));
-    EXPECT_EQ(s.elsewhere.read("season.sfb"), (Bytes{'o', 'l', 'd'}));
-    s.prompter.answers = {Answer::Yes};
-    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-              BackupResult::Written);
+    EXPECT_EQ(elsewhere.read("season.sfb"), (Bytes{'o', 'l', 'd'}));
+    prompter.answers = {Answer::Yes};
+    EXPECT_EQ(backUp(), BackupResult::Written);
     BackupArchive archive;
-    EXPECT_TRUE(readBackupFile(s.prompter, s.backupPath(), archive));
+    EXPECT_TRUE(readBackupFile(prompter, backupPath(), archive));
 }
 
-TEST(BackupRestore, ABackupThatCannotBeWrittenLeavesNothingBehind) {
-    Season s;
-    const FolderSnapshot data = snapshot(s.data.path());
-    s.elsewhere.write("plain-file", Bytes{'x'});
-    EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.elsewhere.file("plain-file") + "/b.sfb",
-                              "2026-11-23 21:05:13"),
-              BackupResult::Failed);
-    ASSERT_EQ(s.prompter.shown.size(), 1u);
-    EXPECT_EQ(s.prompter.shown[0].title, "Back Up Files");
+TEST_F(BackupRestore, ABackupThatCannotBeWrittenLeavesNothingBehind) {
+    const FolderSnapshot dataBefore = snapshot(data.path());
+    elsewhere.write("plain-file", Bytes{'x'});
+    EXPECT_EQ(backUp(elsewhere.file("plain-file") + "/b.sfb"), BackupResult::Failed);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0].title, "Back Up Files");
     // The file is named with the system's separators only, though it was given with a "/".
     const std::string shown =
-        s.elsewhere.file("plain-file") + (platform::isWindows() ? "\\b.sfb" : "/b.sfb");
+        elsewhere.file("plain-file") + (platform::isWindows() ? "\\b.sfb" : "/b.sfb");
     EXPECT_TRUE(
-        s.prompter.shown[0].text.starts_with("The backup could not be written to " + shown + ": "))
-        << s.prompter.shown[0].text;
-    EXPECT_TRUE(s.prompter.shown[0].text.ends_with(".  Your data files were not changed."));
-    EXPECT_EQ(s.prompter.endCalls, 0);
-    EXPECT_EQ(snapshot(s.data.path()), data);
+        prompter.shown[0].text.starts_with("The backup could not be written to " + shown + ": "))
+        << prompter.shown[0].text;
+    EXPECT_TRUE(prompter.shown[0].text.ends_with(".  Your data files were not changed."));
+    EXPECT_EQ(prompter.endCalls, 0);
+    EXPECT_EQ(snapshot(data.path()), dataBefore);
 
 #if defined(__unix__) || defined(__APPLE__)
     // A full disk: no file may grow past a few bytes while the backup is written.
-    s.prompter = {};
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    auto* oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit tiny = before;
-    tiny.rlim_cur = 512;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tiny), 0);
-    const BackupResult full =
-        backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13");
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, oldHandler);
+    prompter = {};
+    const BackupResult full = underFileSizeLimit(512, [&] { return backUp(); });
     EXPECT_EQ(full, BackupResult::Failed);
-    ASSERT_EQ(s.prompter.shown.size(), 1u);
-    EXPECT_TRUE(s.prompter.shown[0].text.starts_with("The backup could not be written"));
-    EXPECT_EQ(snapshot(s.elsewhere.path()), (FolderSnapshot{{"plain-file", Bytes{'x'}}}));
-    EXPECT_EQ(snapshot(s.data.path()), data);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_TRUE(prompter.shown[0].text.starts_with("The backup could not be written"));
+    EXPECT_EQ(snapshot(elsewhere.path()), (FolderSnapshot{{"plain-file", Bytes{'x'}}}));
+    EXPECT_EQ(snapshot(data.path()), dataBefore);
 
     // A folder that may not be written (only when the tests do not run as the superuser, whom
     // no permission stops).
     if (geteuid() != 0) {
-        s.prompter = {};
-        std::filesystem::permissions(s.elsewhere.path(), std::filesystem::perms::owner_write,
+        prompter = {};
+        std::filesystem::permissions(elsewhere.path(), std::filesystem::perms::owner_write,
                                      std::filesystem::perm_options::remove);
-        EXPECT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-                  BackupResult::Failed);
-        std::filesystem::permissions(s.elsewhere.path(), std::filesystem::perms::owner_write,
+        EXPECT_EQ(backUp(), BackupResult::Failed);
+        std::filesystem::permissions(elsewhere.path(), std::filesystem::perms::owner_write,
                                      std::filesystem::perm_options::add);
-        EXPECT_EQ(s.prompter.endCalls, 0);
-        EXPECT_FALSE(s.elsewhere.exists("season.sfb"));
+        EXPECT_EQ(prompter.endCalls, 0);
+        EXPECT_FALSE(elsewhere.exists("season.sfb"));
     }
 #endif
 }
 
 #if defined(__unix__) || defined(__APPLE__)
-TEST(BackupRestore, ARestoreOnAFullDiskLeavesTheDataAsItWas) {
-    Season s;
+TEST_F(BackupRestore, ARestoreOnAFullDiskLeavesTheDataAsItWas) {
     // The backup holds one big file; the data directory now holds small ones, so their own
     // backup fits under the limit and the big file does not.
-    s.data.write("FBPS1.DAT", filler(40000, 5));
-    ASSERT_EQ(backUpDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-23 21:05:13"),
-              BackupResult::Written);
-    s.data.write("FBPS1.DAT", filler(110, 6));
-    const FolderSnapshot data = snapshot(s.data.path());
-    s.prompter.answers = {Answer::Yes};
+    data.write("FBPS1.DAT", filler(40000, 5));
+    ASSERT_EQ(backUp(), BackupResult::Written);
+    data.write("FBPS1.DAT", filler(110, 6));
+    const FolderSnapshot dataBefore = snapshot(data.path());
+    prompter.answers = {Answer::Yes};
 
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    auto* oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limited = before;
-    limited.rlim_cur = 20000;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-    std::string undo;
-    const RestoreResult result =
-        restoreDataFiles(s.files, s.prompter, s.backupPath(), "2026-11-24 08:00:00", undo);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, oldHandler);
-
+    const RestoreResult result = underFileSizeLimit(20000, [&] { return restore(backupPath()); });
     EXPECT_EQ(result, RestoreResult::Failed);
-    ASSERT_EQ(s.prompter.shown.size(), 2u);
-    EXPECT_TRUE(s.prompter.shown[1].text.starts_with("The backup could not be restored: "));
-    EXPECT_TRUE(s.prompter.shown[1].text.ends_with(".  Your data files were not changed."));
-    EXPECT_EQ(snapshot(s.data.path()), data);
+    ASSERT_EQ(prompter.shown.size(), 2u);
+    EXPECT_TRUE(prompter.shown[1].text.starts_with("The backup could not be restored: "));
+    EXPECT_TRUE(prompter.shown[1].text.ends_with(".  Your data files were not changed."));
+    EXPECT_EQ(snapshot(data.path()), dataBefore);
 }
 #endif
 

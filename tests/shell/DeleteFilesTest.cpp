@@ -43,17 +43,23 @@ struct League {
     }
 };
 
-TEST(DeleteFiles, TheTeamsFourFilesGoAndItsLineIsEmptied) {
+TEST(DeleteFiles, NoLeavesEverythingYesTakesTheTeamsFourFilesAndEmptiesItsLine) {
     League l;
     FolderSnapshot before = snapshot(l.dir.path());
     // The team's files are open, as a screen would have them.
     TeamFiles lions = l.files.team(2);
     ASSERT_GT(lions.recordCount(FileKind::Games), 0);
+    // No, the default answer.
+    EXPECT_EQ(deleteTeamFiles(l.files, l.teams, l.prompter, 2), DeleteResult::Declined);
+    EXPECT_EQ(snapshot(l.dir.path()), before);
+    EXPECT_FALSE(l.teams.resetMark());
+    EXPECT_EQ(l.teams.count(), 1);
 
     l.prompter.answers = {Answer::Yes};
     ASSERT_EQ(deleteTeamFiles(l.files, l.teams, l.prompter, 2), DeleteResult::Deleted);
-    ASSERT_EQ(l.prompter.shown.size(), 1u);
-    EXPECT_EQ(l.prompter.shown[0],
+    ASSERT_EQ(l.prompter.shown.size(), 2u);
+    EXPECT_EQ(l.prompter.shown[0], l.prompter.shown[1]);
+    EXPECT_EQ(l.prompter.shown[1],
               (Message{"Delete the roster, player information, games and statistics of Lions "
                        "(team 2)?  Its line in the team list becomes empty.  This cannot be "
                        "undone.",
@@ -77,15 +83,6 @@ TEST(DeleteFiles, TheTeamsFourFilesGoAndItsLineIsEmptied) {
     EXPECT_EQ(l.teams.teamName(2), "");
     EXPECT_EQ(l.teams.teamName(3), "Hawks");
     EXPECT_EQ(l.teams.open(), std::vector<bool>(kMaxTeams, false));
-}
-
-TEST(DeleteFiles, NoLeavesEverything) {
-    League l;
-    const FolderSnapshot before = snapshot(l.dir.path());
-    EXPECT_EQ(deleteTeamFiles(l.files, l.teams, l.prompter, 2), DeleteResult::Declined);
-    EXPECT_EQ(snapshot(l.dir.path()), before);
-    EXPECT_FALSE(l.teams.resetMark());
-    EXPECT_EQ(l.teams.count(), 1);
 }
 
 TEST(DeleteFiles, ATeamWithoutFilesOrBeyondTheListIsFine) {

@@ -19,11 +19,14 @@ namespace {
 
 const std::filesystem::path kHelp = std::filesystem::path(SCORVANE_SOURCE_DIR) / "help";
 
-std::string page(int topic) {
-    std::ifstream in(kHelp / ("topic" + std::to_string(topic) + ".html"));
+std::string page(const std::string& name) {
+    std::ifstream in(kHelp / name);
     std::stringstream text;
     text << in.rdbuf();
     return text.str();
+}
+std::string page(int topic) {
+    return page("topic" + std::to_string(topic) + ".html");
 }
 
 std::set<std::string> pages() {
@@ -48,10 +51,7 @@ TEST(HelpPages, EveryLinkLeadsToAPageAndTheOverviewReachesThemAll) {
     const std::set<std::string> all = pages();
     const std::regex link("href=\"([^\"#]*)");
     for (const std::string& name : all) {
-        std::ifstream in(kHelp / name);
-        std::stringstream text;
-        text << in.rdbuf();
-        const std::string html = text.str();
+        const std::string html = page(name);
         EXPECT_NE(html.find("<title>"), std::string::npos) << name;
         for (std::sregex_iterator it(html.begin(), html.end(), link), end; it != end; ++it)
             EXPECT_TRUE(all.contains((*it)[1].str())) << name << " links to " << (*it)[1];

@@ -58,7 +58,7 @@ void writeFile(const std::string& path, const Bytes& bytes) {
 // An installation as `cmake --install` lays it out: the program in bin/, the default
 // configuration, the help pages and the sample season in share/scorvane/; and a home folder
 // whose name is not plain ASCII, made by the program as it writes into it.
-struct Installed {
+struct Installation : ::testing::Test {
     testing::TempDir prefix, home;
     testing::FakePrompter prompter;
     const std::string user = utf8(home.path() / u8"Jos\u00e9 \u00dcn\u00efc\u00f6d\u00e9");
@@ -67,7 +67,7 @@ struct Installed {
         {{"HOME", user}, {"APPDATA", user + "/.config"}, {"LOCALAPPDATA", user + "/.local/share"}});
     ConfigRecord defaults = ConfigRecord::defaults();
 
-    Installed() {
+    Installation() {
         std::filesystem::create_directories(prefix.path() / "bin");
         std::filesystem::create_directories(prefix.path() / "share/scorvane/help");
         std::filesystem::create_directories(prefix.path() / "share/scorvane/sample-season");
@@ -82,7 +82,7 @@ struct Installed {
     std::string userConfig() const { return userConfigDirectory(env) + "BXFB.INI"; }
 };
 
-TEST(Installation, UserFoldersFollowTheEnvironment) {
+TEST_F(Installation, UserFoldersFollowTheEnvironment) {
     EXPECT_EQ(sharedDirectory("/opt/scorvane/bin/"), "/opt/scorvane/share/scorvane/");
     if (platform::isWindows()) {
         const auto win = environment({{"APPDATA", "C:/Users/coach/AppData/Roaming"},
@@ -110,78 +110,73 @@ TEST(Installation, UserFoldersFollowTheEnvironment) {
     EXPECT_EQ(userConfigDirectory(environment({})), "");
 }
 
-TEST(Installation, TheProgramsOwnConfigurationWinsAndAMissingOneIsReportedAsEver) {
-    Installed i;
+TEST_F(Installation, TheProgramsOwnConfigurationWinsAndAMissingOneIsReportedAsEver) {
     // A build folder or a portable copy: BXFB.INI beside the program.
-    i.prefix.write("bin/BXFB.INI", i.defaults.encode());
-    EXPECT_EQ(locateConfiguration(i.program(), i.env).directory, i.program());
-    EXPECT_EQ(locateConfiguration(i.program(), i.env).seedFrom, "");
+    prefix.write("bin/BXFB.INI", defaults.encode());
+    EXPECT_EQ(locateConfiguration(program(), env).directory, program());
+    EXPECT_EQ(locateConfiguration(program(), env).seedFrom, "");
     // No installation around the program: the user's folder is not looked at.
     testing::TempDir loose;
-    EXPECT_EQ(locateConfiguration(loose.dir(), i.env).directory, loose.dir());
+    EXPECT_EQ(locateConfiguration(loose.dir(), env).directory, loose.dir());
     Session session;
-    EXPECT_EQ(runStartup(i.prompter, loose.dir(), i.env, session), StartupOutcome::Ended);
-    EXPECT_EQ(i.prompter.shown.at(0).text, "BXFB.INI File Corrupt or Not Found");
-    EXPECT_FALSE(std::filesystem::exists(u8path(i.userConfig())));
+    EXPECT_EQ(runStartup(prompter, loose.dir(), env, session), StartupOutcome::Ended);
+    EXPECT_EQ(prompter.shown.at(0).text, "BXFB.INI File Corrupt or Not Found");
+    EXPECT_FALSE(std::filesystem::exists(u8path(userConfig())));
 }
 
-TEST(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
-    Installed i;
-    const auto installedBefore = snapshot(i.prefix.path() / "share/scorvane");
+TEST_F(Installation, TheFirstStartMakesTheUsersConfigurationFromTheDefault) {
+    const auto installedBefore = snapshot(prefix.path() / "share/scorvane");
     Session session;
-    EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session),
-              StartupOutcome::NeedDataDirectory);
-    EXPECT_TRUE(i.prompter.shown.empty());
-    EXPECT_TRUE(samePlace(session.configPath, i.userConfig()));
-    const Bytes made = readFile(i.userConfig());
+    EXPECT_EQ(runStartup(prompter, program(), env, session), StartupOutcome::NeedDataDirectory);
+    EXPECT_TRUE(prompter.shown.empty());
+    EXPECT_TRUE(samePlace(session.configPath, userConfig()));
+    const Bytes made = readFile(userConfig());
     ASSERT_EQ(made.size(), ConfigRecord::Length);
-    ConfigRecord expected = i.defaults;
+    ConfigRecord expected = defaults;
     expected.dataDirectory = std::string(145, ' ');
     expected.reportDirectory = std::string(145, ' ');
     EXPECT_EQ(made, expected.encode());
     EXPECT_EQ(session.paths.dataDirectory, "");
     // Nothing in the installation is written.
-    EXPECT_EQ(snapshot(i.prefix.path() / "share/scorvane"), installedBefore);
-    EXPECT_TRUE(snapshot(i.prefix.path() / "bin").empty());
+    EXPECT_EQ(snapshot(prefix.path() / "share/scorvane"), installedBefore);
+    EXPECT_TRUE(snapshot(prefix.path() / "bin").empty());
 
     // The next start reads the user's file as it is now, and does not make it again.
     testing::TempDir data;
     data.write("FBTEAMS.DAT", Bytes(40, ' '));
     ConfigRecord chosen = expected;
     chosen.dataDirectory = fit(data.dir(), 145);
-    writeFile(i.userConfig(), chosen.encode());
+    writeFile(userConfig(), chosen.encode());
     session = {};
-    EXPECT_EQ(runStartup(i.prompter, i.program(), i.env, session), StartupOutcome::Ready);
+    EXPECT_EQ(runStartup(prompter, program(), env, session), StartupOutcome::Ready);
     EXPECT_EQ(session.paths.dataDirectory, data.dir());
-    EXPECT_EQ(readFile(i.userConfig()), chosen.encode());
+    EXPECT_EQ(readFile(userConfig()), chosen.encode());
 }
 
-TEST(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
-    Installed i;
-    EXPECT_TRUE(samePlace(findHelpDirectory(i.program()), i.prefix.dir() + "share/scorvane/help/"));
-    EXPECT_TRUE(samePlace(findHelpPage(i.prompter, i.program(), 10),
-                          i.prefix.dir() + "share/scorvane/help/topic10.html"));
-    EXPECT_TRUE(i.prompter.shown.empty());
-    std::filesystem::create_directories(i.prefix.path() / "bin/help");
-    EXPECT_TRUE(samePlace(findHelpDirectory(i.program()), i.program() + "help/"));
+TEST_F(Installation, HelpAndSampleSeasonAreFoundInTheSharedFolder) {
+    EXPECT_TRUE(samePlace(findHelpDirectory(program()), prefix.dir() + "share/scorvane/help/"));
+    EXPECT_TRUE(samePlace(findHelpPage(prompter, program(), 10),
+                          prefix.dir() + "share/scorvane/help/topic10.html"));
+    EXPECT_TRUE(prompter.shown.empty());
+    std::filesystem::create_directories(prefix.path() / "bin/help");
+    EXPECT_TRUE(samePlace(findHelpDirectory(program()), program() + "help/"));
 
-    const std::string sample = sampleSeasonDirectory(i.program());
-    EXPECT_TRUE(samePlace(sample, i.prefix.dir() + "share/scorvane/sample-season/"));
-    const std::string copy = sampleCopyDirectory(i.env);
-    ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
+    const std::string sample = sampleSeasonDirectory(program());
+    EXPECT_TRUE(samePlace(sample, prefix.dir() + "share/scorvane/sample-season/"));
+    const std::string copy = sampleCopyDirectory(env);
+    ASSERT_TRUE(copySampleSeason(prompter, sample, copy).isOk());
     EXPECT_EQ(snapshot(u8path(copy)), snapshot(sample));
 
     // A copy made before is the user's now: it is kept as it is.
     writeFile(copy + "FBTEAMS.DAT", Bytes{'m', 'i', 'n', 'e'});
     std::filesystem::remove(u8path(copy) / "FBGS1.DAT");
-    ASSERT_TRUE(copySampleSeason(i.prompter, sample, copy).isOk());
+    ASSERT_TRUE(copySampleSeason(prompter, sample, copy).isOk());
     EXPECT_EQ(readFile(copy + "FBTEAMS.DAT"), (Bytes{'m', 'i', 'n', 'e'}));
     EXPECT_FALSE(std::filesystem::exists(u8path(copy) / "FBGS1.DAT"));
 }
 
-TEST(Installation, StartUpFinishesARestoreACrashInterrupted) {
+TEST_F(Installation, StartUpFinishesARestoreACrashInterrupted) {
     testing::TempDir program, data;
-    testing::FakePrompter prompter;
     ConfigRecord c = ConfigRecord::defaults();
     c.dataDirectory = fit(data.dir(), 145);
     program.write("BXFB.INI", c.encode());

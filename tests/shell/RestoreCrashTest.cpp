@@ -1,11 +1,11 @@
-// A restore killed at random moments: afterwards, once start-up has finished what the journal
-// says, the data directory holds exactly the files it held before or exactly those of the backup.
-// Runs where processes can be forked and killed.
+// A restore killed at random moments, or ended at each of its file operations in turn: afterwards,
+// once start-up has finished what the journal says, the data directory holds exactly the files it
+// held before or exactly those of the backup. Runs where processes can be forked and killed.
 
+#include "faults/FaultInjector.h"
 #include "shell/Backup.h"
 #include "shell/FolderSnapshot.h"
-#include "storage/Platform.h"
-#include "storage/Records.h"
+#include "support/ChildProcess.h"
 #include "support/FakePrompter.h"
 #include "support/TempDir.h"
 
@@ -13,43 +13,16 @@
 
 #if defined(__unix__) || defined(__APPLE__)
 
-#include <chrono>
-#include <csignal>
+#include <iostream>
+#include <map>
+#include <memory>
 #include <random>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
 namespace scorvane {
 namespace {
 
 using testing::filler;
 using testing::FolderSnapshot;
-using testing::snapshot;
-
-// The data files only: the backup of the replaced files a restore writes first is a file of its
-// own, beside them, and no part of what is compared.
-FolderSnapshot dataFiles(const std::filesystem::path& folder) {
-    FolderSnapshot files = snapshot(folder);
-    std::erase_if(files, [](const auto& kv) {
-        return kv.first.starts_with("Before restore") && kv.first.ends_with(".sfb");
-    });
-    return files;
-}
-
-// Restores in a child process and returns the child's id at once; with `fork` false, restores in
-// this process and returns 0 when the restore went through.
-pid_t restoreInChild(const std::string& dataDir, const std::string& archive, bool fork = true) {
-    if (fork)
-        if (const pid_t pid = ::fork(); pid != 0)
-            return pid;
-    testing::FakePrompter prompter;
-    prompter.answers = {Answer::Yes};
-    DataFiles files(DataPaths{"", dataDir, dataDir}, prompter);
-    std::string undo;
-    const RestoreResult r = restoreDataFiles(files, prompter, archive, "2026-11-24 08:00:00", undo);
-    _exit(r == RestoreResult::Restored ? 0 : 1);
-}
 
 // Before: teams 1 to 3. The backup: teams 1, 2 and 4 with other contents, and report formats.
 struct Scenario {
@@ -74,15 +47,40 @@ struct Scenario {
         for (const ArchivedFile& f : archive.files)
             after[f.name] = f.contents;
     }
+    // Restores over the files as before in a child process, under `decide` when given: the
+    // child's exit code (0 when the restore went through), or -signal.
+    int restore(testing::FaultInjector::Decide decide = {},
+                const std::function<void(pid_t)>& meanwhile = {}) const {
+        testing::restoreSnapshot(data.path(), before);
+        return testing::runInChild(
+            [&](const std::function<void()>& started) {
+                std::unique_ptr<testing::FaultInjector> faults;
+                if (decide)
+                    faults = std::make_unique<testing::FaultInjector>(decide);
+                testing::FakePrompter prompter;
+                prompter.answers = {Answer::Yes};
+                DataFiles files(DataPaths{"", data.dir(), data.dir()}, prompter);
+                started();
+                std::string undo;
+                return restoreDataFiles(files, prompter, archivePath, "2026-11-24 08:00:00",
+                                        undo) == RestoreResult::Restored
+                           ? 0
+                           : 1;
+            },
+            meanwhile);
+    }
     // Start-up's part, then what the data directory holds: "before", "after" or the file names.
+    // The backup of the replaced files a restore writes first is a file of its own, beside them,
+    // and no part of what is compared.
     std::string settle() const {
         if (!finishInterruptedChanges(DataPaths{"", data.dir(), data.dir()}))
             return "an unfinished change";
-        const FolderSnapshot now = dataFiles(data.path());
-        if (now == before)
-            return "before";
-        if (now == after)
-            return "after";
+        FolderSnapshot now = testing::snapshot(data.path());
+        std::erase_if(now, [](const auto& kv) {
+            return kv.first.starts_with("Before restore") && kv.first.ends_with(".sfb");
+        });
+        if (now == before || now == after)
+            return now == before ? "before" : "after";
         std::string names = "a mix:";
         for (const auto& [name, bytes] : now)
             names += " " + name;
@@ -93,80 +91,51 @@ struct Scenario {
 TEST(RestoreCrash, AKilledRestoreLeavesTheDataAsBeforeOrAsAfter) {
     Scenario s;
     // One restore left alone tells how long a restore takes here.
-    testing::restoreSnapshot(s.data.path(), s.before);
     const auto start = std::chrono::steady_clock::now();
-    int status = 0;
-    waitpid(restoreInChild(s.data.dir(), s.archivePath), &status, 0);
+    ASSERT_EQ(s.restore(), 0);
     const auto took = std::chrono::duration_cast<std::chrono::microseconds>(
                           std::chrono::steady_clock::now() - start)
                           .count();
-    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    ASSERT_EQ(dataFiles(s.data.path()), s.after);
+    ASSERT_EQ(s.settle(), "after");
 
     std::mt19937 random(20261123);
     std::uniform_int_distribution<long long> moment(0, took + took / 4);
-    int asBefore = 0, asAfter = 0;
-    const int runs = 80;
-    for (int run = 0; run < runs; ++run) {
-        testing::restoreSnapshot(s.data.path(), s.before);
-        const pid_t child = restoreInChild(s.data.dir(), s.archivePath);
-        std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
-        kill(child, SIGKILL);
-        waitpid(child, &status, 0);
-
+    std::map<std::string, int> outcomes;
+    for (int run = 0; run < 80; ++run) {
+        const int code = s.restore({}, testing::killAfter(moment(random)));
+        ASSERT_TRUE(code == 0 || code == -SIGKILL) << "run " << run << ": " << code;
         const std::string outcome = s.settle();
-        if (outcome == "before")
-            ++asBefore;
-        else if (outcome == "after")
-            ++asAfter;
-        else
-            FAIL() << "run " << run << " left " << outcome;
+        ASSERT_TRUE(outcome == "before" || outcome == "after") << "run " << run << ": " << outcome;
+        ++outcomes[outcome];
     }
-    std::cout << "[          ] " << asBefore << " runs as before, " << asAfter
+    std::cout << "[          ] " << outcomes["before"] << " runs as before, " << outcomes["after"]
               << " as after; a restore took " << took << " us\n";
-    EXPECT_EQ(asBefore + asAfter, runs);
     // The moments were spread over the whole restore: both endings came up.
-    EXPECT_GT(asBefore, 0);
-    EXPECT_GT(asAfter, 0);
-}
-
-// Counts the calls to the system and ends the process, as a crash would, at the chosen one.
-platform::Injection stopAtCall(void* context, const platform::CallInfo&) {
-    int& left = *static_cast<int*>(context);
-    return {--left == 0 ? platform::Fault::Crash : platform::Fault::None, 0};
+    EXPECT_GT(outcomes["before"], 0);
+    EXPECT_GT(outcomes["after"], 0);
 }
 
 TEST(RestoreCrash, StoppedAtEachOfItsFileOperationsTheDataIsAsBeforeOrAsAfter) {
     Scenario s;
-    int asBefore = 0, asAfter = 0;
+    std::map<std::string, int> outcomes;
     for (int stopAt = 1;; ++stopAt) {
         ASSERT_LT(stopAt, 2000) << "the restore never finished";
-        testing::restoreSnapshot(s.data.path(), s.before);
-        const pid_t child = fork();
-        if (child == 0) {
-            int left = stopAt;
-            const platform::Hooks hooks{&left, &stopAtCall};
-            platform::setHooks(&hooks);
-            _exit(restoreInChild(s.data.dir(), s.archivePath, false));
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFEXITED(status));
-        const bool stopped = WEXITSTATUS(status) == platform::kCrashExitCode;
+        const int code = s.restore(testing::faultOnCall(stopAt, platform::Fault::Crash, false));
         const std::string outcome = s.settle();
         ASSERT_TRUE(outcome == "before" || outcome == "after")
             << "stopped at call " << stopAt << ": " << outcome;
-        (outcome == "before" ? asBefore : asAfter) += 1;
-        if (!stopped) {
-            EXPECT_EQ(WEXITSTATUS(status), 0);
+        ++outcomes[outcome];
+        if (code != platform::kCrashExitCode) {
+            EXPECT_EQ(code, 0);
             EXPECT_EQ(outcome, "after");
             break;
         }
     }
-    std::cout << "[          ] stopped at each of " << asBefore + asAfter - 1
-              << " calls: " << asBefore << " as before, " << asAfter << " as after\n";
-    EXPECT_GT(asBefore, 10);
-    EXPECT_GT(asAfter, 5);
+    std::cout << "[          ] stopped at each of " << outcomes["before"] + outcomes["after"] - 1
+              << " calls: " << outcomes["before"] << " as before, " << outcomes["after"]
+              << " as after\n";
+    EXPECT_GT(outcomes["before"], 10);
+    EXPECT_GT(outcomes["after"], 5);
 }
 
 } // namespace

@@ -10,54 +10,37 @@
 namespace scorvane {
 namespace {
 
-struct Expected {
-    const char* name;
-    const char* caption; // "" for a separator
-    int helpTopic = 0;
-};
-
+// Each menu as "name caption:", then each item as " name caption #help topic," (a separator has
+// no caption, an item without help no topic).
 TEST(MenuModel, MenuBarInOrder) {
-    // clang-format off
-    const std::vector<std::pair<Expected, std::vector<Expected>>> expected = {
-        {{"mnuFile", "&File"},
-         {{"mnuDataPath", "&Data Directory"}, {"mnuDash1", ""}, {"mnuBackUp", "&Back Up Files"},
-          {"mnuRestore", "&Restore Files"}, {"mnuDash2", ""}, {"mnuExitProgram", "E&xit Program"}}},
-        {{"mnuReport", "&Reports"},
-         {{"mnuPassing", "&Passing"}, {"mnuReceiving", "&Receiving"}, {"mnuRushing", "Ru&shing"},
-          {"mnuDefense", "&Defense"}, {"mnuKicking", "&Kicking"}, {"mnuReturns", "Re&turns"},
-          {"mnuDash814", ""}, {"mnuGames", "&Game Scores"}, {"mnuRecord", "R&ecord"},
-          {"mnuDash123", ""}, {"mnuStandings", "&Standings"}, {"mnuDash815", ""},
-          {"mnuSeasons", "Seas&ons..."}, {"mnuCareers", "&Careers..."},
-          {"mnuRecordBook", "Record &Book..."}}},
-        {{"mnuUpdate", "&Update"},
-         {{"mnuUpdateGames", "&Games"}, {"mnuRoster", "&Roster"}, {"mnuTeamName", "&Team Name"},
-          {"mnuDash3", ""}, {"mnuChangePlayerNumber", "&Change Player Number"},
-          {"mnuDeleteFiles", "&Delete Files"}}},
-        {{"mnuOptions", "&Options"}, {{"mnuNameYourOwn", "&Name Your Own"}}},
-        {{"mnuHelp", "&Help"},
-         {{"mnuGettingStarted", "&Overview", 10}, {"mnudash5", ""},
-          {"mnuPassingStatistics", "&Passing Statistics", 240},
-          {"mnuReceivingStatistics", "Re&ceiving Statistics", 250},
-          {"mnuDefensiveStatistics", "&Defensive Statistics", 270},
-          {"mnuKickingStatistics", "&Kicking Statistics", 280},
-          {"mnuReturnStatistics", "Re&turn Statistics", 290}, {"mnuDash4", ""},
-          {"mnuAbout", "&About"}}}};
-    // clang-format on
-    const auto& tree = menuTree();
-    ASSERT_EQ(tree.size(), expected.size());
-    for (std::size_t m = 0; m < tree.size(); ++m) {
-        EXPECT_EQ(tree[m].name, expected[m].first.name);
-        EXPECT_EQ(tree[m].caption, expected[m].first.caption);
-        const auto& items = expected[m].second;
-        ASSERT_EQ(tree[m].items.size(), items.size()) << tree[m].name;
-        for (std::size_t i = 0; i < items.size(); ++i) {
-            const MenuItem& it = tree[m].items[i];
-            EXPECT_EQ(it.name, items[i].name);
-            EXPECT_EQ(it.caption, items[i].caption) << it.name;
-            EXPECT_EQ(it.helpTopic, items[i].helpTopic) << it.name;
+    std::string bar;
+    for (const Menu& menu : menuTree()) {
+        bar += menu.name + " " + menu.caption + ":";
+        for (const MenuItem& it : menu.items) {
+            bar += " " + it.name + (it.caption.empty() ? "" : " " + it.caption) +
+                   (it.helpTopic ? " #" + std::to_string(it.helpTopic) : "") + ",";
             EXPECT_EQ(findMenuItem(it.name), &it);
         }
+        bar += "\n";
     }
+    EXPECT_EQ(bar, "mnuFile &File: mnuDataPath &Data Directory, mnuDash1, "
+                   "mnuBackUp &Back Up Files, mnuRestore &Restore Files, mnuDash2, "
+                   "mnuExitProgram E&xit Program,\n"
+                   "mnuReport &Reports: mnuPassing &Passing, mnuReceiving &Receiving, "
+                   "mnuRushing Ru&shing, mnuDefense &Defense, mnuKicking &Kicking, "
+                   "mnuReturns Re&turns, mnuDash814, mnuGames &Game Scores, mnuRecord R&ecord, "
+                   "mnuDash123, mnuStandings &Standings, mnuDash815, mnuSeasons Seas&ons..., "
+                   "mnuCareers &Careers..., mnuRecordBook Record &Book...,\n"
+                   "mnuUpdate &Update: mnuUpdateGames &Games, mnuRoster &Roster, "
+                   "mnuTeamName &Team Name, mnuDash3, mnuChangePlayerNumber &Change Player Number, "
+                   "mnuDeleteFiles &Delete Files,\n"
+                   "mnuOptions &Options: mnuNameYourOwn &Name Your Own,\n"
+                   "mnuHelp &Help: mnuGettingStarted &Overview #10, mnudash5, "
+                   "mnuPassingStatistics &Passing Statistics #240, "
+                   "mnuReceivingStatistics Re&ceiving Statistics #250, "
+                   "mnuDefensiveStatistics &Defensive Statistics #270, "
+                   "mnuKickingStatistics &Kicking Statistics #280, "
+                   "mnuReturnStatistics Re&turn Statistics #290, mnuDash4, mnuAbout &About,\n");
     EXPECT_EQ(findMenuItem("mnuNoSuchItem"), nullptr);
 }
 

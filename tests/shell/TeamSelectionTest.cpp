@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace scorvane;
 using scorvane::testing::textAt;
 
@@ -16,21 +18,17 @@ struct TeamFixture : ::testing::Test, scorvane::testing::ScratchData {};
 } // namespace
 
 TEST(TeamNames, EmptyAndOverlongNamesFollowTheNamingRules) {
-    auto both = teamNamesFor(3, "  ", "");
-    EXPECT_EQ(both.longName, fit("Team 3", 25));
-    EXPECT_EQ(both.shortName, fit("Team 3", 10));
-
     const std::string thirty = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
-    auto longOnly = teamNamesFor(12, thirty, "");
-    EXPECT_EQ(longOnly.longName, thirty.substr(0, 25));
-    EXPECT_EQ(longOnly.shortName, thirty.substr(0, 10));
-
-    auto shortOnly = teamNamesFor(7, "", "  Cats ");
-    EXPECT_EQ(shortOnly.longName, fit("Team 7", 25));
-    EXPECT_EQ(shortOnly.shortName, fit("Cats", 10));
-
-    auto team100 = teamNamesFor(100, "", "");
-    EXPECT_EQ(team100.shortName, "Team 100  ");
+    for (const auto& [team, typedLong, typedShort, longName, shortName] :
+         std::vector<std::tuple<int, std::string, std::string, std::string, std::string>>{
+             {3, "  ", "", "Team 3", "Team 3"},
+             {12, thirty, "", thirty.substr(0, 25), thirty.substr(0, 10)},
+             {7, "", "  Cats ", "Team 7", "Cats"},
+             {100, "", "", "Team 100", "Team 100"}}) {
+        const auto names = teamNamesFor(team, typedLong, typedShort);
+        EXPECT_EQ(names.longName + "|" + names.shortName,
+                  fit(longName, 25) + "|" + fit(shortName, 10));
+    }
 }
 
 TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
@@ -40,25 +38,16 @@ TEST_F(TeamFixture, StoringNamesWritesOneRecordOfANewTeamList) {
     TeamSelection teams;
     ASSERT_TRUE(teams.load(data));
     // "Montréal" as the files keep it: é is one byte, 0xE9.
-    ASSERT_TRUE(teams.storeNames(data, 3,
-                                 "Montr\xE9"
-                                 "al Rams",
-                                 ""));
+    ASSERT_TRUE(teams.storeNames(data, 3, "Montr\351al Rams", ""));
     const Bytes bytes = dir.read("FBTEAMS.DAT");
     ASSERT_EQ(bytes.size(), 4000u);
-    EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\xE9"
-                                         "al Rams",
-                                         25) +
-                                         "Montr\xE9"
-                                         "al R" +
-                                         "     ");
+    EXPECT_EQ(textAt(bytes, 80, 40), fit("Montr\351al Rams", 25) + "Montr\351al R     ");
     EXPECT_EQ(textAt(bytes, 40, 40), std::string(40, ' '));
     EXPECT_EQ(textAt(bytes, 120, 3880), std::string(3880, ' '));
 
     TeamSelection again;
     ASSERT_TRUE(again.load(data));
-    EXPECT_EQ(again.lines()[2], "Montr\xE9"
-                                "al Rams");
+    EXPECT_EQ(again.lines()[2], "Montr\351al Rams");
     EXPECT_EQ(again.lines()[0], "");
     EXPECT_EQ(again.lines().size(), 100u);
 }

@@ -8,17 +8,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <random>
-#include <thread>
 #include <tuple>
 
 #ifndef _WIN32
+#include "support/ChildProcess.h"
+
 #include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #endif
 
 // Designated initializers name only the fields a test cares about.
@@ -420,17 +417,15 @@ TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
     bool holdsLarge = false;
     int flips = 0;
     for (int i = 0; i < 150; ++i) {
-        const pid_t pid = ::fork();
-        ASSERT_GE(pid, 0);
-        if (pid == 0) {
-            for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
-                (void)replace(toLarge);
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(rng() % (maxDelayUs + 1)));
-        ::kill(pid, SIGKILL);
-        int status = 0;
-        ASSERT_EQ(::waitpid(pid, &status, 0), pid);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself";
+        const int code = runInChild(
+            [&](const std::function<void()>& started) {
+                started();
+                for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
+                    (void)replace(toLarge);
+                return 0;
+            },
+            killAfter(rng() % (maxDelayUs + 1)));
+        ASSERT_EQ(code, -SIGKILL) << "the child stopped by itself";
 
         DataFiles reopened(paths, prompter); // finishes an interrupted replacement
         ASSERT_TRUE(reopened.team(1).openFile(FileKind::Stats));

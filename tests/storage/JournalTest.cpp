@@ -131,33 +131,27 @@ TEST(RollbackJournal, AJournalThatDoesNotFitIsNeverApplied) {
         std::function<void(PendingChange&)> damage;
         std::string said; // the refusal's words; empty: cut short, so never begun and dropped
     };
+    const auto journalOf = [](std::function<Bytes(const Bytes&)> made) {
+        return [made](PendingChange& p) { p.dir.write(kRollbackJournalFileName, made(p.journal)); };
+    };
     const std::vector<Case> cases{
-        {"foreign", [](PendingChange& p) { p.dir.write(kRollbackJournalFileName, pattern(300)); },
+        {"foreign", journalOf([](const Bytes&) { return pattern(300); }),
          "is not a journal of this program."},
         {"cut short in its ending",
-         [](PendingChange& p) {
-             p.dir.write(kRollbackJournalFileName, first(p.journal, p.journal.size() - 1));
-         },
-         ""},
+         journalOf([](const Bytes& j) { return first(j, j.size() - 1); }), ""},
         {"cut short in its places",
-         [](PendingChange& p) {
-             p.dir.write(kRollbackJournalFileName, first(p.journal, p.journal.size() / 2));
-         },
-         ""},
-        {"cut short in its name",
-         [](PendingChange& p) { p.dir.write(kRollbackJournalFileName, first(p.journal, 5)); }, ""},
+         journalOf([](const Bytes& j) { return first(j, j.size() / 2); }), ""},
+        {"cut short in its name", journalOf([](const Bytes& j) { return first(j, 5); }), ""},
         {"another file's", [](PendingChange& p) { p.dir.write("FBPS1.DAT", Bytes(4000, 'z')); },
          "it was written for another file than FBPS1.DAT."},
         {"a file gone", [](PendingChange& p) { std::filesystem::remove(p.dir.file("FBGS1.DAT")); },
          "the file FBGS1.DAT it names is not there."},
-        {"a length that does not fit",
-         [](PendingChange& p) {
-             Bytes j = p.journal; // the statistics file's original length, 8 bytes after its name
-             const std::size_t at = 8 + 4 + 2 + 9;
-             j[at] = 100;
-             j[at + 1] = 0;
-             p.dir.write(kRollbackJournalFileName, resealed(j));
-         },
+        // The statistics file's original length, 8 bytes after its name, made 100.
+        {"a length that does not fit", journalOf([](Bytes j) {
+             j[8 + 4 + 2 + 9] = 100;
+             j[8 + 4 + 2 + 9 + 1] = 0;
+             return resealed(j);
+         }),
          "its places do not fit the length of FBPS1.DAT."},
     };
     for (const Case& c : cases) {

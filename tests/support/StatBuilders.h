@@ -2,8 +2,7 @@
 
 #include "storage/ColumnTable.h"
 #include "storage/DataFiles.h"
-#include "support/FakePrompter.h"
-#include "support/TempDir.h"
+#include "support/ScratchData.h"
 
 #include <gtest/gtest.h>
 
@@ -75,11 +74,7 @@ inline Bytes joined(const std::vector<Bytes>& records) {
 }
 
 // One team's data directory with a roster, games and statistics, for the player screen.
-struct TeamData {
-    TempDir dir;
-    FakePrompter prompter;
-    DataFiles data{DataPaths{dir.dir(), dir.dir(), dir.dir()}, prompter};
-    TeamFiles files = data.team(1);
+struct TeamData : ScratchData {
     ColumnTable columns;
 
     void roster(const std::vector<std::pair<int, std::string>>& players) {

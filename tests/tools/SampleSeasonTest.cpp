@@ -1,4 +1,5 @@
 #include "sample/SampleSeason.h"
+#include "shell/FolderSnapshot.h"
 #include "storage/ConfigFile.h"
 #include "storage/TextUtil.h"
 #include "support/FakePrompter.h"
@@ -7,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 
 namespace scorvane {
 namespace {
@@ -31,7 +31,8 @@ protected:
 };
 
 // A team list of four named teams; for both of the first two, an ascending roster, live games
-// numbered in order, and statistics in game order with every category in every game.
+// numbered in order, and statistics in game order with every category in every game. Written
+// again, the same bytes.
 TEST_F(SampleSeasonTest, TeamsRostersGamesAndStatistics) {
     const auto teams = all<TeamRecord>(FileKind::TeamList, 1);
     ASSERT_EQ(teams.size(), 100u);
@@ -88,22 +89,13 @@ TEST_F(SampleSeasonTest, TeamsRostersGamesAndStatistics) {
     }
     EXPECT_GE(mirrored, 2);
     EXPECT_EQ(mirrored, against);
-}
 
-std::map<std::string, Bytes> folderContents(const testing::TempDir& dir) {
-    std::map<std::string, Bytes> out;
-    for (const auto& e : std::filesystem::directory_iterator(dir.path()))
-        out[e.path().filename().string()] = dir.read(e.path().filename().string());
-    return out;
-}
-
-// A rerun gives the same bytes, replacing a damaged roster.
-TEST_F(SampleSeasonTest, WritingAgainGivesTheSameBytes) {
-    const auto first = folderContents(dir);
+    // A rerun gives the same bytes, replacing a damaged roster.
+    const auto first = testing::snapshot(dir.path());
     files.closeAll();
     dir.write("FBPN1.DAT", Bytes(7, 'x'));
     ASSERT_TRUE(writeSampleSeason(files));
-    EXPECT_EQ(folderContents(dir), first);
+    EXPECT_EQ(testing::snapshot(dir.path()), first);
 }
 
 TEST(InstallDefaults, WritesConfigurationAndSampleButNeverOverwrites) {
