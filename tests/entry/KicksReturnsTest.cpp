@@ -52,11 +52,11 @@ TEST_F(KickFixture, KickChecksInTheirOrder) {
     EXPECT_EQ(kick(KickType::FieldGoal, "100", {KickMark::Good}), "");
     EXPECT_EQ(kick(KickType::Punt, "-3", {KickMark::FairCatch, KickMark::Inside20}), "");
     EXPECT_EQ(kick(KickType::ExtraPoint, "0"), "");
-    EXPECT_EQ(kick(KickType::FieldGoal, "48", {KickMark::Blocked}), "");
+    EXPECT_EQ(kick(KickType::FieldGoal, "1", {KickMark::Blocked}), "");
     EXPECT_EQ(kick(KickType::Punt, "52", {KickMark::Touchback}), "");
     EXPECT_EQ(kick(KickType::ExtraPoint, "0", {KickMark::Good}), "");
     EXPECT_EQ(screen.kickItems(), (Strings{"FG 100 Good ", "Punt -3 FC In20 ", "Xpt Missed ",
-                                           "FG 48 Blk ", "Punt 52 TB ", "Xpt Good "}));
+                                           "FG 1 Blk ", "Punt 52 TB ", "Xpt Good "}));
     EXPECT_EQ(screen.kickSelection(), 5);
     EXPECT_TRUE(screen.played() && screen.resultsChanged() && screen.ballMark(0, 4));
     EXPECT_EQ(screen.counterText(4), "1");
@@ -68,7 +68,7 @@ TEST_F(KickFixture, KickChecksInTheirOrder) {
     ASSERT_TRUE(screen.clickCell(1, 4));
     ASSERT_TRUE(screen.clickCell(0, 4));
     EXPECT_EQ(screen.kickItems(), (Strings{"FG 100 Good ", "Punt -3 FC In20 ", "XPt Missed ",
-                                           "FG 48 Blk ", "Punt 52 TB ", "XPt Good "}));
+                                           "FG 1 Blk ", "Punt 52 TB ", "XPt Good "}));
     EXPECT_EQ(screen.kickSelection(), -1);
 }
 
@@ -171,4 +171,8 @@ TEST(PlayItems, StoredMarksAreDecodedFromTheLargestBitDown) {
     plays[1] = {'\0', 0, 0};
     plays[3] = {'F', 20, 2};
     EXPECT_EQ(kickItems(plays), (Strings{"Z 5 Missed ", "FG 20 Good "}));
+    // An item past the last is none to remove; a full list takes no more.
+    EXPECT_FALSE(removePlay(plays, 2));
+    plays.fill({'X', 0, 2});
+    EXPECT_FALSE(appendPlay(plays, {'F', 1, 2}));
 }

@@ -111,28 +111,23 @@ TEST(EntryFields, KeyFiltersAndPastedText) {
 }
 
 TEST(EntryFields, NumbersTextsDescriptionsAndEnterOrder) {
-    EXPECT_EQ(fieldNumber(""), 0);
-    EXPECT_EQ(fieldNumber("-"), 0);
-    EXPECT_EQ(fieldNumber("."), 0);
-    EXPECT_EQ(fieldNumber(" -12x3"), -12);
-    EXPECT_EQ(fieldNumber("2.5"), 2.5);
-    EXPECT_EQ(fieldNumber("1e5"), 1);
+    std::vector<double> numbers;
+    for (const char* text : {"", "-", ".", " -12x3", "2.5", "1e5"})
+        numbers.push_back(fieldNumber(text));
+    EXPECT_EQ(numbers, (std::vector<double>{0, 0, 0, -12, 2.5, 1}));
     EXPECT_TRUE(std::isinf(fieldNumber(std::string(400, '9'))));
     EXPECT_EQ(storedValueText(25, 10) + "|" + storedValueText(-5, 10) + "|" +
                   storedValueText(30, 10) + "|" + storedValueText(-7, 1),
               "2.5|-0.5|3|-7");
 
-    EXPECT_EQ(fieldDescription('P', 0), "Attempts ");
-    EXPECT_EQ(fieldDescription('R', 13), "User Defined Field");
+    EXPECT_EQ(fieldDescription('P', 0) + "|" + fieldDescription('R', 13),
+              "Attempts |User Defined Field");
 
-    auto after = [](char c, int f) { return nextFieldAfterEnter(c, f); };
-    EXPECT_EQ(after('P', 11), 12);
-    EXPECT_EQ(after('P', 12), 22);
-    EXPECT_EQ(after('C', 11), 22);
-    EXPECT_EQ(after('R', 9), 22);
-    EXPECT_EQ(after('D', 9), 22);
-    EXPECT_EQ(after('P', 26), 0);
-    EXPECT_EQ(after('D', 26), 0);
-    EXPECT_EQ(after('K', 26), 22);
-    EXPECT_EQ(after('T', 23), 24);
+    // The field Enter goes to from each of these.
+    const std::string categories = "PPCRDPDKT";
+    const int from[] = {11, 12, 11, 9, 9, 26, 26, 26, 23};
+    std::vector<int> next;
+    for (std::size_t i = 0; i < categories.size(); ++i)
+        next.push_back(nextFieldAfterEnter(categories[i], from[i]));
+    EXPECT_EQ(next, (std::vector<int>{12, 22, 22, 22, 22, 0, 0, 22, 24}));
 }

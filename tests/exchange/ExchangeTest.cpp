@@ -7,6 +7,7 @@
 #include "exchange/GameImport.h"
 #include "exchange/SiteText.h"
 #include "faults/Operations.h"
+#include "reports/ReportChecks.h"
 #include "sample/SampleSeason.h"
 #include "shell/FolderSnapshot.h"
 #include "storage/SiteId.h"
@@ -21,8 +22,6 @@
 
 namespace scorvane::testing {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 // A data directory with the sample season, and what its files hold.
 struct Sample {
@@ -263,15 +262,6 @@ TEST(PressBoxImport, BadFilesAreRefusedWithTheirReason) {
 // The text's rows by jersey, each a map from header field to cell.
 using Rows = std::map<std::string, std::map<std::string, std::string>>;
 
-Strings split(const std::string& text, const std::string& sep) {
-    Strings parts;
-    std::size_t start = 0;
-    for (std::size_t at; (at = text.find(sep, start)) != std::string::npos; start = at + sep.size())
-        parts.push_back(text.substr(start, at - start));
-    parts.push_back(text.substr(start));
-    return parts;
-}
-
 Rows rowsOf(const std::string& text, std::size_t headerLine) {
     Strings lines = split(text, "\r\n");
     EXPECT_EQ(lines.back(), ""); // every line ends in CR LF
@@ -441,6 +431,8 @@ Outcome run(bool import, Strings args, const TempDir& dir) {
     return {code, out.str(), err.str()};
 }
 
+// Exports print; bad arguments are refused in one line and write nothing; an import writes only
+// when it is not a dry run.
 TEST(ExchangeCommand, ExportsPrintAndImportsWriteOnlyWhenAsked) {
     Sample sample;
     ASSERT_TRUE(writeSiteId(sample.data.paths(), 1, "12345678-1234-1234-1234-56789012"));
@@ -454,29 +446,7 @@ TEST(ExchangeCommand, ExportsPrintAndImportsWriteOnlyWhenAsked) {
 
     TempDir elsewhere;
     elsewhere.write("game.xml", Bytes(xml.out.begin(), xml.out.end()));
-    const FolderSnapshot before = snapshot(sample.dir.path());
-    const Outcome dry =
-        run(true, {"--team", "1", "--xml", elsewhere.file("game.xml"), "--dry-run"}, sample.dir);
-    EXPECT_EQ(dry.code, 0) << dry.err;
-    EXPECT_NE(dry.out.find("Dry run: nothing was written."), std::string::npos);
-    EXPECT_EQ(snapshot(sample.dir.path()), before);
-    const Outcome real =
-        run(true, {"--team", "1", "--xml", elsewhere.file("game.xml")}, sample.dir);
-    EXPECT_EQ(real.code, 0) << real.err;
-    EXPECT_NE(real.out.find("Imported as game 11.\n"), std::string::npos) << real.out;
-    const GameSide first = sample.side(1), imported = sample.side(11);
-    for (int n = 1; n <= kMaxPlayers; ++n)
-        for (int c = 0; c < kCategoryCount; ++c)
-            EXPECT_EQ(imported.results.at(n, c), first.results.at(n, c)) << n << " " << c;
-}
-
-TEST(ExchangeCommand, BadArgumentsAreRefusedInOneLineAndWriteNothing) {
-    Sample sample;
     sample.dir.write("bad.xml", Bytes{'<', 'x'});
-    const std::string exported =
-        run(false, {"--export-game", "1", "--format", "fbxml"}, sample.dir).out;
-    TempDir elsewhere;
-    elsewhere.write("game.xml", Bytes(exported.begin(), exported.end()));
     const std::string file = elsewhere.file("game.xml");
     const struct {
         bool import;
@@ -509,7 +479,17 @@ TEST(ExchangeCommand, BadArgumentsAreRefusedInOneLineAndWriteNothing) {
         EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1);
         EXPECT_EQ(r.out, "");
     }
+    const Outcome dry = run(true, {"--team", "1", "--xml", file, "--dry-run"}, sample.dir);
+    EXPECT_EQ(dry.code, 0) << dry.err;
+    EXPECT_NE(dry.out.find("Dry run: nothing was written."), std::string::npos);
     EXPECT_EQ(snapshot(sample.dir.path()), before);
+    const Outcome real = run(true, {"--team", "1", "--xml", file}, sample.dir);
+    EXPECT_EQ(real.code, 0) << real.err;
+    EXPECT_NE(real.out.find("Imported as game 11.\n"), std::string::npos) << real.out;
+    const GameSide first = sample.side(1), imported = sample.side(11);
+    for (int n = 1; n <= kMaxPlayers; ++n)
+        for (int c = 0; c < kCategoryCount; ++c)
+            EXPECT_EQ(imported.results.at(n, c), first.results.at(n, c)) << n << " " << c;
 }
 
 } // namespace

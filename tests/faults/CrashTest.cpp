@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #ifndef _WIN32
 
 using namespace scorvane;
@@ -21,20 +19,23 @@ namespace {
 using OperationCrashes = OperationTest;
 using RollbackCrashes = OperationTest;
 
-// Runs the change in a child process, under `decide` when given; `meanwhile` as runInChild's.
-int runInChild(const Operation& op, const Outcomes& o, FaultInjector::Decide decide = {},
-               const std::function<void(pid_t)>& meanwhile = {}) {
-    return scorvane::testing::runInChild(
-        [&](const std::function<void()>& started) {
-            std::unique_ptr<FaultInjector> faults;
-            if (decide)
-                faults = std::make_unique<FaultInjector>(decide);
-            FakePrompter prompter;
-            DataFiles data(o.paths(), prompter);
-            started();
-            return op.run(data, prompter) ? 0 : 1;
-        },
-        meanwhile);
+// The change run in a child process, under `decide` when given: runInChild's work.
+std::function<int(const std::function<void()>&)> inChild(const Operation& op, const Outcomes& o,
+                                                         FaultInjector::Decide decide = {}) {
+    return [&op, &o, decide](const std::function<void()>& started) {
+        std::unique_ptr<FaultInjector> faults;
+        if (decide)
+            faults = std::make_unique<FaultInjector>(decide);
+        FakePrompter prompter;
+        DataFiles data(o.paths(), prompter);
+        started();
+        return op.run(data, prompter) ? 0 : 1;
+    };
+}
+
+// The change stopped at call `k` (halfway through it when a write): the child's exit code.
+int stoppedAt(const Operation& op, const Outcomes& o, int k, bool halfway = false) {
+    return runInChild(inChild(op, o, faultOnCall(k, platform::Fault::Crash, halfway)));
 }
 
 } // namespace
@@ -48,8 +49,7 @@ TEST_P(OperationCrashes, AProcessEndingAtAnyCallLeavesTheOldFilesOrTheNewOnes) {
         // Before the call; and for a write, also with half of its bytes written.
         const bool write = calls[static_cast<std::size_t>(k - 1)].call == platform::Call::Write;
         for (bool halfway : write ? std::vector{false, true} : std::vector{false}) {
-            ASSERT_EQ(runInChild(op, o, faultOnCall(k, platform::Fault::Crash, halfway)),
-                      platform::kCrashExitCode)
+            ASSERT_EQ(stoppedAt(op, o, k, halfway), platform::kCrashExitCode)
                 << "call " << k << " was not reached";
             ASSERT_TRUE(holdsOldOrNew(op, o, Stopped::ByEnd))
                 << "ended at call " << k << (halfway ? ", halfway through the write" : "");
@@ -67,23 +67,16 @@ TEST_P(OperationCrashes, AKillAtARandomMomentLeavesTheOldFilesOrTheNewOnes) {
     const Operation& op = GetParam();
     Outcomes o(op);
     // The kills land anywhere from the start of the change to well after its end.
-    const auto start = std::chrono::steady_clock::now();
-    (void)o.callsOf(op);
-    const long long tookUs =
-        (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1);
-    const long long maxDelayUs = std::clamp<long long>(2 * tookUs, 1000, 50000);
-
-    std::mt19937 rng(19870411);
-    int killed = 0;
-    for (int i = 0; i < 30; ++i) {
-        const long long delay = static_cast<long long>(rng() % (maxDelayUs + 1));
-        const int code = runInChild(op, o, {}, killAfter(delay));
-        ASSERT_TRUE(code == 0 || code == -SIGKILL) << "kill " << i << ": " << code;
-        killed += code == -SIGKILL;
-        ASSERT_TRUE(holdsOldOrNew(op, o, Stopped::ByEnd)) << "killed after " << delay << " us";
-        o.reset(o.before);
-    }
-    EXPECT_GT(killed, 0);
+    const long long took = microsecondsFor([&] { (void)o.callsOf(op); });
+    const KillTally t = killAtRandomMoments(
+        30, 19870411, std::clamp<long long>(2 * took, 1000, 50000), inChild(op, o), [&] {
+            const ::testing::AssertionResult held = holdsOldOrNew(op, o, Stopped::ByEnd);
+            EXPECT_TRUE(held);
+            const Held h = !held ? Held::Neither : o.isNew() ? Held::New : Held::Old;
+            o.reset(o.before);
+            return h;
+        });
+    EXPECT_GT(t.killed, 0);
 }
 
 // A change made in place that stopped once its journal was made, then the opening that rolls it
@@ -97,9 +90,7 @@ TEST_P(RollbackCrashes, AProcessEndingAtAnyCallOfTheRollbackLeavesItToTheNextOpe
     ASSERT_GT(calls, 3);
     for (int k = 1; k <= calls; ++k) {
         o.reset(pending);
-        ASSERT_EQ(runInChild(kReopen, o, faultOnCall(k, platform::Fault::Crash)),
-                  platform::kCrashExitCode)
-            << "call " << k;
+        ASSERT_EQ(stoppedAt(kReopen, o, k), platform::kCrashExitCode) << "call " << k;
         ASSERT_TRUE(holdsOldOrNew(op, o, Stopped::ByEnd)) << "ended at call " << k;
         EXPECT_TRUE(snapshot(o.dir.path()) == o.before) << "ended at call " << k;
     }

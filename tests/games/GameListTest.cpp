@@ -67,8 +67,8 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
     EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 3A 4A 5A ");
     ASSERT_TRUE(games.remove(files, prompter, 2, deleted));
     EXPECT_TRUE(deleted);
-    EXPECT_EQ(prompter.shown[0].text, "Are you sure?  Player results will also be deleted!");
-    EXPECT_EQ(prompter.shown[0].title, "Delete Game?");
+    EXPECT_EQ(prompter.shown[0].text + "|" + prompter.shown[0].title,
+              "Are you sure?  Player results will also be deleted!|Delete Game?");
     // The tombstone takes the number before it; later games and their results move down.
     EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 2D 3A 4A ");
     EXPECT_EQ(state("FBPS1.DAT", 110), "1A 1A 2A 2A 3D 3D 3A 3A 4A 4A ");
@@ -84,9 +84,9 @@ TEST_F(Season, DeletingGameThreeOfFiveRenumbersBothFiles) {
     ASSERT_TRUE(games.remove(files, prompter, 0, deleted));
     EXPECT_EQ(state("FBGS1.DAT", 200), "1D 1A 1D 2A 3A ");
     ASSERT_TRUE(games.load(files));
-    EXPECT_EQ(games.positionOf(1), 2);
-    EXPECT_EQ(games.positionOf(3), 5);
-    EXPECT_EQ(games.openingLines(config).size(), 3u);
+    EXPECT_EQ(
+        std::tuple(games.positionOf(1), games.positionOf(3), games.openingLines(config).size()),
+        std::tuple(2, 5, 3u));
     // Read alone, behind the tombstones, each game is the one the list finds.
     for (int n = 0; n <= 4; ++n) {
         GameRecord alone;
@@ -115,27 +115,65 @@ TEST_F(Season, InsertingBeforeGameTwoMovesLaterGamesAndResultsUp) {
     EXPECT_NE(games.openingLines(config)[1].find("Newcomers"), std::string::npos);
     EXPECT_NE(games.openingLines(config)[2].find("Opp2"), std::string::npos);
     EXPECT_FALSE(dir.exists("FBJOURNL.TMP"));
+
+    // Inserted after the last game, a game is added at the end; a changed game is listed as
+    // written.
+    fresh.opponent = "Latecomers";
+    ASSERT_TRUE(games.insert(files, 5, fresh));
+    EXPECT_EQ(state("FBGS1.DAT", 200), "1A 2A 3A 4A 5A ");
+    fresh.opponent = "Renamed";
+    ASSERT_TRUE(games.change(files, 1, fresh));
+    EXPECT_EQ(textAt(dir.read("FBGS1.DAT"), 29, 7), "Renamed");
+    const auto lines = games.openingLines(config);
+    EXPECT_NE(lines[0].find("Renamed"), std::string::npos);
+    EXPECT_NE(lines[4].find("Latecomers"), std::string::npos);
 }
 
 TEST_F(Season, MarksAreToggledInBothFilesAndClearedByTheRebuild) {
-    build(2);
+    build(3);
     std::string line;
     ASSERT_TRUE(games.toggleMark(files, 1, config, line));
     EXPECT_EQ(line.substr(line.size() - 2), std::string(" \x10"));
+    // Toggled twice, a mark is gone again: the list keeps what it wrote.
+    ASSERT_TRUE(games.toggleMark(files, 0, config, line));
+    ASSERT_TRUE(games.toggleMark(files, 0, config, line));
+    EXPECT_EQ(line.substr(line.size() - 2), "  ");
     Bytes g = dir.read("FBGS1.DAT"), s = dir.read("FBPS1.DAT");
     EXPECT_EQ(std::string() + char(g[134]) + char(g[334]), "12");
     EXPECT_EQ(std::string() + char(s[7]) + char(s[117]) + char(s[227]) + char(s[337]), "1122");
 
+    // A deleted game's record keeps the mark it had; only live games' marks are cleared.
+    ASSERT_TRUE(games.toggleMark(files, 2, config, line));
+    bool deleted = false;
+    prompter.answers = {Answer::Ok, Answer::Ok};
+    ASSERT_TRUE(games.remove(files, prompter, 2, deleted));
+    ASSERT_TRUE(deleted);
     std::vector<std::string> lines;
     ASSERT_TRUE(games.refresh(files, config, lines));
     g = dir.read("FBGS1.DAT");
     s = dir.read("FBPS1.DAT");
-    EXPECT_EQ(g[334], '1');
-    EXPECT_EQ(s[227], '1');
-    EXPECT_EQ(s[337], '1');
+    EXPECT_EQ(std::string() + char(g[134]) + char(g[334]) + char(g[534]), "112");
+    EXPECT_EQ(std::string() + char(s[227]) + char(s[337]), "11");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[1].substr(lines[1].size() - 5), "Won  ");
     EXPECT_EQ(lines[2], "      ******* New Game *******");
+}
+
+// A game beyond the few records read one by one is found by the read of the whole file.
+TEST_F(Season, AGameBehindManyDeletedRecordsIsReadAlone) {
+    GameRecord deleted;
+    deleted.gameNumber = 1;
+    deleted.gameStatus = 'D';
+    std::vector<GameRecord> records(70, deleted);
+    records.push_back(deleted);
+    records.back().gameStatus = 'A';
+    records.back().opponent = "Far";
+    ASSERT_TRUE(files.replaceAllWith(FileKind::Games, records));
+    GameRecord alone;
+    bool found = false;
+    ASSERT_TRUE(GameList::readGame(files, 1, alone, found));
+    EXPECT_TRUE(found);
+    EXPECT_EQ(trimRight(alone.opponent), "Far");
 }
 
 TEST_F(Season, AnOverflowingScoreIsShownAsSuchNotWrappedAround) {

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QKeySequence>
 #include <QListWidget>
 #include <QMap>
@@ -16,6 +17,7 @@
 
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace scorvane::testing {
@@ -39,15 +41,27 @@ inline void showActive(QWidget* w) {
     (void)QTest::qWaitForWindowActive(w);
 }
 
-// Runs `handle` on the modal dialog that comes up next; closes it if `handle` did not.
-inline void whenModalShows(std::function<void(QWidget*)> handle) {
-    QTimer::singleShot(0, [handle] {
-        QWidget* modal = QApplication::activeModalWidget();
-        QVERIFY(modal);
-        handle(modal);
-        if (modal->isVisible())
+// Runs `act` on the modal dialog of that object name (any modal dialog for nullptr) as soon as it
+// is up, from inside its exec(), and closes it if `act` left it open. After five seconds without
+// it, whatever is modal is closed, so a dialog that never comes fails the test instead of hanging.
+inline void whenShown(const char* name, std::function<void(QDialog*)> act) {
+    auto* timer = new QTimer;
+    auto tries = std::make_shared<int>(0);
+    QObject::connect(timer, &QTimer::timeout, [=, act = std::move(act)] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        const bool found =
+            dialog && dialog->isVisible() && (!name || dialog->objectName() == QLatin1String(name));
+        if (!found && ++*tries <= 500)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        if (found)
+            act(dialog);
+        if (QWidget* modal = QApplication::activeModalWidget();
+            modal && (!found || modal == dialog))
             modal->close();
     });
+    timer->start(10);
 }
 
 // A table cell's text, empty where the cell has no item.

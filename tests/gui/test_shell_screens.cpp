@@ -34,9 +34,7 @@
 #include <memory>
 
 using namespace scorvane;
-using scorvane::testing::child;
-using scorvane::testing::press;
-using scorvane::testing::whenModalShows;
+using namespace scorvane::testing;
 
 namespace {
 
@@ -44,7 +42,7 @@ namespace {
 struct Bare {
     QTemporaryDir install;
     Session session;
-    scorvane::testing::FakePrompter prompter;
+    FakePrompter prompter;
     std::unique_ptr<MainWindow> window;
 
     Bare() {
@@ -68,8 +66,8 @@ const char* const kKinds[] = {"FBPN", "FBPI", "FBGS", "FBPS"};
 // them, and a folder for backups. Game type 1 is named "Scrimmage", the first passing user column
 // "Xyz".
 struct League {
-    scorvane::testing::TempDir dir, backups;
-    scorvane::testing::FakePrompter prompter;
+    TempDir dir, backups;
+    FakePrompter prompter;
     std::unique_ptr<Application> app;
 
     explicit League(const std::map<std::string, Bytes>& files = {}) {
@@ -140,23 +138,12 @@ struct SeenBox {
     int width = 0;
 };
 
-// Records the first message box that comes up and closes it with the button `click`, or with
-// Escape for NoButton. Gives up after five seconds by closing whatever is modal, so a box that
-// never shows fails the test quickly.
+// Records the next message box that comes up and closes it with the button `click`, or with
+// Escape for NoButton.
 void answerNextBox(SeenBox& seen, QMessageBox::StandardButton click) {
-    auto* timer = new QTimer;
-    auto tries = std::make_shared<int>(0);
-    QObject::connect(timer, &QTimer::timeout, [=, &seen] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box && ++*tries <= 500)
-            return;
-        timer->stop();
-        timer->deleteLater();
-        if (!box) {
-            if (QWidget* modal = QApplication::activeModalWidget())
-                modal->close();
-            return;
-        }
+    whenShown(nullptr, [&seen, click](QDialog* d) {
+        auto* box = qobject_cast<QMessageBox*>(d);
+        QVERIFY(box);
         seen = {true,
                 box->text(),
                 box->windowTitle(),
@@ -171,7 +158,6 @@ void answerNextBox(SeenBox& seen, QMessageBox::StandardButton click) {
         else
             box->button(click)->click();
     });
-    timer->start(10);
 }
 
 } // namespace
@@ -180,7 +166,11 @@ class TestShellScreens : public QObject {
     Q_OBJECT
 
 private slots:
-    void captionAndStartPageNameTheDataDirectory() {
+    // The caption and the start page name the data directory. The menu bar is the menu tree,
+    // each command under its own name. Nothing registered, no team
+    // marked: only help topics, About and Exit work. A help topic opens its page, or the Help
+    // Error when it has none.
+    void captionMenuBarCommandsAndHelpFollowTheSession() {
         Bare f;
         auto* label = child<QLabel>(f.window.get(), "lblDataDirectory");
         const QString caption = QStringLiteral("Scorvane for Football v2.1 (Data Directory: %1)");
@@ -192,75 +182,22 @@ private slots:
         f.window->setDataDirectory(toUtf8(montreal));
         QCOMPARE(f.window->windowTitle(), caption.arg(QDir::toNativeSeparators(montreal)));
         QCOMPARE(label->text(), QDir::toNativeSeparators(montreal));
-    }
 
-    void menuBarFollowsTheMenuTree() {
-        Bare f;
-        const QList<QAction*> bar = f.window->menuBar()->actions();
-        const auto& tree = menuTree();
-        QCOMPARE(bar.size(), qsizetype(tree.size()));
-        for (std::size_t m = 0; m < tree.size(); ++m) {
-            QMenu* menu = bar[qsizetype(m)]->menu();
-            QVERIFY(menu);
-            QCOMPARE(menu->title(), fromUtf8(tree[m].caption));
-            const QList<QAction*> items = menu->actions();
-            QCOMPARE(items.size(), qsizetype(tree[m].items.size()));
-            for (std::size_t i = 0; i < tree[m].items.size(); ++i) {
-                const MenuItem& expected = tree[m].items[i];
-                QAction* a = items[qsizetype(i)];
-                QCOMPARE(a->isSeparator(), expected.isSeparator());
-                if (!expected.isSeparator())
-                    QCOMPARE(a->text(), fromUtf8(expected.caption));
-                QCOMPARE(f.act(expected.name), a);
-            }
-        }
-    }
-
-    // Only the exit button and the Exit command close the window; a stray key after start-up does
-    // not, and Tab never stops on the exit button.
-    void onlyExitClosesTheWindow() {
-        for (bool button : {true, false}) {
-            Bare f;
-            f.window->show();
-            QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
-            auto* exit = child<QPushButton>(f.window.get(), "cmdExit");
-            QCOMPARE(exit->text(), QStringLiteral("Exit Scorvane"));
-            if (button)
-                QTest::mouseClick(exit, Qt::LeftButton);
-            else
-                f.act("mnuExitProgram")->trigger();
-            QVERIFY(!f.window->isVisible());
-        }
-        Bare f;
-        TeamSelection teams;
-        auto* panel = new TeamSelectPanel(teams);
-        f.window->setTeamPanel(panel);
-        panel->refresh();
-        f.window->show();
-        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
-        QCOMPARE(QApplication::focusWidget(), panel->list());
-        auto* exit = child<QPushButton>(f.window.get(), "cmdExit");
-        QVERIFY(!exit->isDefault() && !exit->autoDefault());
-        for (Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-            QVERIFY2(f.window->isVisible(), qPrintable(QKeySequence(key).toString()));
-        }
-        for (int i = 0; i < 10; ++i) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QVERIFY(QApplication::focusWidget() != exit);
-        }
-    }
-
-    void commandsNeedTheirScreenAndMarkedTeams() {
-        Bare f;
-        // Nothing registered, no team marked: only help topics, About and Exit work.
+        QStringList bar, tree;
+        for (QAction* m : f.window->menuBar()->actions())
+            for (QAction* a : m->menu()->actions())
+                bar << m->menu()->title() + " > " + a->text() + " " + a->objectName() +
+                           (f.act(toUtf8(a->objectName())) == a ? "" : " (not found)") +
+                           (a->isEnabled() ? "" : " (off)");
         for (const Menu& menu : menuTree())
-            for (const MenuItem& item : menu.items)
-                if (!item.isSeparator())
-                    QVERIFY2(f.act(item.name)->isEnabled() == (item.screen == Screen::HelpTopic ||
-                                                               item.screen == Screen::About ||
-                                                               item.screen == Screen::Exit),
-                             item.name.c_str());
+            for (const MenuItem& item : menu.items) {
+                const bool on = item.isSeparator() || item.screen == Screen::HelpTopic ||
+                                item.screen == Screen::About || item.screen == Screen::Exit;
+                tree << fromUtf8(menu.caption) + " > " +
+                            (item.isSeparator() ? QString() : fromUtf8(item.caption)) + " " +
+                            fromUtf8(item.name) + (on ? "" : " (off)");
+            }
+        QCOMPARE(bar, tree);
 
         // A team-dependent command needs its screen and a marked team; disabled, it does nothing.
         std::vector<char> opened;
@@ -285,10 +222,12 @@ private slots:
         f.window->registerScreen(Screen::BackUpRestore, nullptr);
         QVERIFY(!f.act("mnuRestore")->isEnabled());
         QVERIFY(f.prompter.shown.empty());
-    }
 
-    void helpTopicOpensItsPageOrTheHelpError() {
-        Bare f;
+        // No page for kicking: the Help Error only. Passing has its page.
+        f.act("mnuKickingStatistics")->trigger();
+        QCOMPARE(f.prompter.shown.size(), std::size_t(1));
+        QVERIFY(f.prompter.shown[0] == helpErrorMessage());
+        QCOMPARE(f.window->helpWindow(), nullptr);
         f.window->show();
         f.act("mnuPassingStatistics")->trigger();
         HelpWindow* help = f.window->helpWindow();
@@ -307,14 +246,7 @@ private slots:
         QCOMPARE(f.window->helpWindow(), help); // the same window comes back
         QVERIFY(help->isVisible());
         QVERIFY(screen.contains(help->frameGeometry()));
-        QVERIFY(f.prompter.shown.empty());
-
-        // No page for kicking: the Help Error only.
-        Bare g;
-        g.act("mnuKickingStatistics")->trigger();
-        QCOMPARE(g.prompter.shown.size(), std::size_t(1));
-        QVERIFY(g.prompter.shown[0] == helpErrorMessage());
-        QCOMPARE(g.window->helpWindow(), nullptr);
+        QCOMPARE(f.prompter.shown.size(), std::size_t(1));
     }
 
     void textCodecConvertsFileBytes() {
@@ -346,75 +278,36 @@ private slots:
         const Case cases[] = {
             // Markup-like text and ampersands appear as typed; the text is UTF-8.
             {"yes-no over a window",
-             {"Delete <b>all</b> files of Café & Sons?\nThis cannot be undone.", "Delete Files",
-              Buttons::YesNo, Icon::Warning, Answer::No},
-             true,
-             B::Yes,
-             B::Yes | B::No,
-             B::Warning,
-             B::No,
-             Answer::Yes},
+             Message{"Delete <b>all</b> files of Café & Sons?\nThis cannot be undone.",
+                     "Delete Files", Buttons::YesNo, Icon::Warning, Answer::No},
+             true, B::Yes, B::Yes | B::No, B::Warning, B::No, Answer::Yes},
             // At start-up no window exists yet; the box must come up on its own.
             {"ok without any window",
-             {"BXFB.INI File Corrupt or Not Found", "Error", Buttons::Ok, Icon::Critical,
-              Answer::Ok},
-             false,
-             B::Ok,
-             B::Ok,
-             B::Critical,
-             B::Ok,
-             Answer::Ok},
+             Message{"BXFB.INI File Corrupt or Not Found", "Error", Buttons::Ok, Icon::Critical,
+                     Answer::Ok},
+             false, B::Ok, B::Ok, B::Critical, B::Ok, Answer::Ok},
             // A title far longer than its text is not cut.
             {"long title, short text",
-             {"Save changes?", "Player Statistics Changed!", Buttons::YesNo, Icon::Question,
-              Answer::No},
-             true,
-             B::No,
-             B::Yes | B::No,
-             B::Question,
-             B::No,
-             Answer::No},
+             Message{"Save changes?", "Player Statistics Changed!", Buttons::YesNo, Icon::Question,
+                     Answer::No},
+             true, B::No, B::Yes | B::No, B::Question, B::No, Answer::No},
             {"ok-cancel, cancel chosen",
-             {"Text", "Title", Buttons::OkCancel, Icon::Question, Answer::Ok},
-             false,
-             B::Cancel,
-             B::Ok | B::Cancel,
-             B::Question,
-             B::Ok,
-             Answer::Cancel},
+             Message{"Text", "Title", Buttons::OkCancel, Icon::Question, Answer::Ok}, false,
+             B::Cancel, B::Ok | B::Cancel, B::Question, B::Ok, Answer::Cancel},
             {"ok-cancel, cancel is default",
-             {"Text", "Title", Buttons::OkCancel, Icon::None, Answer::Cancel},
-             false,
-             B::Ok,
-             B::Ok | B::Cancel,
-             B::NoIcon,
-             B::Cancel,
-             Answer::Ok},
+             Message{"Text", "Title", Buttons::OkCancel, Icon::None, Answer::Cancel}, false, B::Ok,
+             B::Ok | B::Cancel, B::NoIcon, B::Cancel, Answer::Ok},
             {"retry-cancel, retry chosen",
-             {"Text", "Title", Buttons::RetryCancel, Icon::Information, Answer::Retry},
-             false,
-             B::Retry,
-             B::Retry | B::Cancel,
-             B::Information,
-             B::Retry,
-             Answer::Retry},
+             Message{"Text", "Title", Buttons::RetryCancel, Icon::Information, Answer::Retry},
+             false, B::Retry, B::Retry | B::Cancel, B::Information, B::Retry, Answer::Retry},
             // Escape gives the cautious answer.
             {"retry-cancel, escape",
-             {"Try again?", "Disk Error", Buttons::RetryCancel, Icon::Critical, Answer::Retry},
-             false,
-             B::NoButton,
-             B::Retry | B::Cancel,
-             B::Critical,
-             B::Retry,
-             Answer::Cancel},
+             Message{"Try again?", "Disk Error", Buttons::RetryCancel, Icon::Critical,
+                     Answer::Retry},
+             false, B::NoButton, B::Retry | B::Cancel, B::Critical, B::Retry, Answer::Cancel},
             {"yes-no, escape",
-             {"Save?", "Save", Buttons::YesNo, Icon::Question, Answer::Yes},
-             false,
-             B::NoButton,
-             B::Yes | B::No,
-             B::Question,
-             B::Yes,
-             Answer::No},
+             Message{"Save?", "Save", Buttons::YesNo, Icon::Question, Answer::Yes}, false,
+             B::NoButton, B::Yes | B::No, B::Question, B::Yes, Answer::No},
         };
         for (const Case& c : cases) {
             const auto where = qScopeGuard([&] {
@@ -462,19 +355,18 @@ private slots:
         QCOMPARE(about.result(), int(QDialog::Accepted));
     }
 
-    void markedTeamsDriveTheTeamCommands() {
+    // Marked teams drive the team commands; then the team names, the column names and the data
+    // directory are stored.
+    void markedTeamsTeamNamesColumnNamesAndTheDataDirectory() {
         League s;
         QStringList labels;
         for (QLabel* l : child(&s.app->window(), "frmSelectTeam")->findChildren<QLabel*>())
             labels << l->text();
         QCOMPARE(labels.mid(0, 2),
                  QStringList({"Select Team(s)          Choose Menu Option", "Teams Selected:"}));
-        QCOMPARE(s.list()->count(), 100);
-        QCOMPARE(s.list()->item(1)->text(), QStringLiteral("Lions"));
-        QCOMPARE(s.list()->item(99)->text(), QString());
+        QCOMPARE(lines(s.list()), QStringList({"Bears", "Lions"}) + QStringList(98, QString()));
         QCOMPARE(s.count(), QStringLiteral("0"));
-        QVERIFY(!s.command("mnuRoster")->isEnabled());
-        QVERIFY(!s.command("mnuDeleteFiles")->isEnabled());
+        QVERIFY(!s.command("mnuRoster")->isEnabled() && !s.command("mnuDeleteFiles")->isEnabled());
         QVERIFY(s.command("mnuNameYourOwn")->isEnabled());
 
         s.click(1);
@@ -496,14 +388,12 @@ private slots:
         s.click(1);
         QCOMPARE(s.count(), QStringLiteral("0"));
         QVERIFY(!s.command("mnuRoster")->isEnabled() && !s.command("mnuTeamName")->isEnabled());
-    }
 
-    void teamNamesAreStoredAsFileText() {
-        League s;
+        // Team Name of the one team marked.
         s.click(0);
         const QString montreal = QString::fromUtf8("Montr\u00e9al");
         QStringList shown;
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             shown << d->windowTitle() << box(d, "txtTeamName")->text()
                   << box(d, "TxtShortTeamName")->text();
             box(d, "txtTeamName")->setText(montreal);
@@ -525,7 +415,7 @@ private slots:
         QCOMPARE(s.list()->item(0)->text(), montreal);
 
         // A double-click on an unnamed slot marks it and opens its names; Default names it.
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             box(d, "txtTeamName")->setText(QStringLiteral("Typed"));
             press(d, "cmdDefault");
         });
@@ -534,37 +424,13 @@ private slots:
         QCOMPARE(s.list()->item(2)->text(), QStringLiteral("Team 3"));
         QCOMPARE(s.count(), QStringLiteral("2"));
         QVERIFY(!s.dir.exists("FBSITE3.TXT")); // no ID typed: nothing written
-    }
 
-    void nameYourOwnFillsEmptyBoxesWithDefaults() {
-        League s;
-        s.list()->item(0)->setSelected(true);
-        QCOMPARE(s.app->session().columns.columnName('P', 19), std::string("Xyz"));
-        QStringList shown;
-        whenModalShows([&](QWidget* d) {
-            for (QLineEdit* b : d->findChildren<QLineEdit*>()) {
-                shown << b->objectName() + '=' + b->text();
-                b->clear();
-            }
-            press(d, "cmdOK");
-        });
-        s.command("mnuNameYourOwn")->trigger();
-        QCOMPARE(shown.size(), 37);
-        QVERIFY(shown.contains("txtGameType1=Scrimmage") && shown.contains("txtCat1=Xyz"));
-        QVERIFY(shown.contains("txtGameType7=GameType 7") && shown.contains("txtCat30=T5"));
-        const Bytes ini = s.dir.read("BXFB.INI");
-        QCOMPARE(ini.size(), ConfigRecord::Length);
-        QCOMPARE(std::string(ini.begin() + 2, ini.begin() + 12), std::string("GameType 1"));
-        QCOMPARE(s.app->session().columns.columnName('P', 19), std::string("P1 "));
-    }
-
-    void dataDirectoryStartsANewSeason() {
-        League s;
+        // A new data directory starts a new season.
         s.list()->item(1)->setSelected(true);
         const std::string fresh = s.dir.dir() + "Montr\u00e9al 2025";
-        QString shown;
-        whenModalShows([&](QWidget* d) {
-            shown = box(d, "txtDataDirectory")->text();
+        QString folder;
+        whenShown(nullptr, [&](QWidget* d) {
+            folder = box(d, "txtDataDirectory")->text();
             // Refused: the message was shown and the dialog stays for another choice.
             box(d, "txtDataDirectory")->setText(QString(200, QLatin1Char('x')));
             press(d, "cmdOK");
@@ -573,22 +439,40 @@ private slots:
             press(d, "cmdOK");
         });
         s.command("mnuDataPath")->trigger();
-        QCOMPARE(shown, fromUtf8(s.dir.dir()));
-        QCOMPARE(s.prompter.shown.size(), std::size_t(1));
+        QCOMPARE(folder, fromUtf8(s.dir.dir()));
+        QCOMPARE(s.prompter.shown.size(), std::size_t(2));
         QCOMPARE(std::filesystem::file_size(std::filesystem::u8path(fresh + "/FBTEAMS.DAT")),
                  std::uintmax_t(4000));
         QVERIFY(s.app->window().windowTitle().endsWith(
             QDir::toNativeSeparators(fromUtf8(fresh + "/")) + QLatin1Char(')')));
         QCOMPARE(s.list()->item(1)->text(), QString());
         QCOMPARE(s.count(), QStringLiteral("0"));
+
+        // Name Your Own fills the boxes left empty with the defaults.
+        QCOMPARE(s.app->session().columns.columnName('P', 19), std::string("Xyz"));
+        QStringList boxes;
+        whenShown(nullptr, [&](QWidget* d) {
+            for (QLineEdit* b : d->findChildren<QLineEdit*>()) {
+                boxes << b->objectName() + '=' + b->text();
+                b->clear();
+            }
+            press(d, "cmdOK");
+        });
+        s.command("mnuNameYourOwn")->trigger();
+        QCOMPARE(boxes.size(), 37);
+        QVERIFY(boxes.contains("txtGameType1=Scrimmage") && boxes.contains("txtCat1=Xyz"));
+        QVERIFY(boxes.contains("txtGameType7=GameType 7") && boxes.contains("txtCat30=T5"));
+        const Bytes ini = s.dir.read("BXFB.INI");
+        QCOMPARE(ini.size(), ConfigRecord::Length);
+        QCOMPARE(std::string(ini.begin() + 2, ini.begin() + 12), std::string("GameType 1"));
+        QCOMPARE(s.app->session().columns.columnName('P', 19), std::string("P1 "));
     }
 
     void backUpThenRestoreBringsTheSeasonBack() {
         League l({{"FBPN1.DAT", Bytes(402, 'b')}, {"FBPN2.DAT", Bytes(201, 'l')}});
-        const Bytes teams = l.dir.read("FBTEAMS.DAT");
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             QCOMPARE(d->windowTitle(), QStringLiteral("Back Up Files"));
-            QVERIFY(scorvane::testing::sharedAccessKeys(d).isEmpty());
+            QVERIFY(sharedAccessKeys(d).isEmpty());
             QCOMPARE(child<QLabel>(d, "lblContents")->text(),
                      QStringLiteral("2 teams, 3 files, 5 KB"));
             QCOMPARE(child<QListWidget>(d, "lstTeams")->count(), 2);
@@ -612,9 +496,9 @@ private slots:
         l.list()->item(0)->setSelected(true);
         l.prompter = {};
         l.prompter.answers = {Answer::Yes};
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             QCOMPARE(d->windowTitle(), QStringLiteral("Restore Files"));
-            QVERIFY(scorvane::testing::sharedAccessKeys(d).isEmpty());
+            QVERIFY(sharedAccessKeys(d).isEmpty());
             // The newest backup of the folder used last is offered, and what it holds is shown
             // before anything is replaced.
             QCOMPARE(box(d, "txtBackupFile")->text(), fromUtf8(l.backups.file("season.sfb")));
@@ -630,7 +514,6 @@ private slots:
         QVERIFY(l.prompter.shown[1].text.starts_with("The backup was restored.  The files it "
                                                      "replaced are saved in " +
                                                      l.dir.dir() + "Before restore "));
-        QCOMPARE(l.dir.read("FBTEAMS.DAT"), teams);
         QCOMPARE(l.dir.read("FBPN1.DAT"), Bytes(402, 'b'));
         QCOMPARE(l.dir.read("FBPN2.DAT"), Bytes(201, 'l'));
         QCOMPARE(l.list()->item(1)->text(), QStringLiteral("Lions"));
@@ -641,7 +524,7 @@ private slots:
         League l;
         l.backups.write("bad.sfb", Bytes{'S', 'C', 'V', 'B', 'A', 'C', 'K', 'U', 'P', 0x1A, 1});
         const Bytes teams = l.dir.read("FBTEAMS.DAT");
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             box(d, "txtBackupFile")->setText(fromUtf8(l.backups.file("bad.sfb")));
             static_cast<BackupDialog*>(d)->inspect();
             QCOMPARE(child<QLabel>(d, "lblContents")->text(),
@@ -667,10 +550,10 @@ private slots:
         l.click(1);
         l.prompter.answers = {Answer::No, Answer::Yes};
         bool shown = false;
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             shown = true;
             QCOMPARE(d->windowTitle(), QStringLiteral("Delete Files"));
-            QVERIFY(scorvane::testing::sharedAccessKeys(d).isEmpty());
+            QVERIFY(sharedAccessKeys(d).isEmpty());
             auto* list = child<QListWidget>(d, "lstTeams");
             QCOMPARE(list->count(), 2);
             QCOMPARE(list->item(0)->text(), QStringLiteral("  1  Bears"));
@@ -690,20 +573,15 @@ private slots:
         QVERIFY(shown);
         QCOMPARE(l.prompter.shown.size(), std::size_t(2));
         QCOMPARE(l.prompter.shown[1].defaultAnswer, Answer::No);
-        QCOMPARE(l.filesOf(2), 0);
-        QCOMPARE(l.filesOf(1), 4);
-        QCOMPARE(l.dir.read("FBPN1.DAT"), Bytes(402, 'x'));
-        const Bytes list = l.dir.read("FBTEAMS.DAT");
-        QCOMPARE(std::string(list.begin() + 40, list.begin() + 80), std::string(40, ' '));
+        QCOMPARE(std::pair(l.filesOf(1), l.filesOf(2)), std::pair(4, 0));
         // The team list shows the empty line and no team stays marked.
-        QCOMPARE(l.list()->item(1)->text(), QString());
-        QCOMPARE(l.list()->item(0)->text(), QStringLiteral("Bears"));
+        QCOMPARE(lines(l.list()).mid(0, 2), QStringList({"Bears", ""}));
         QCOMPARE(l.list()->selectedItems().size(), 0);
         QVERIFY(!l.command("mnuDeleteFiles")->isEnabled());
 
         // Enter on the focused Close button closes without asking.
         l.click(0);
-        whenModalShows([&](QWidget* d) {
+        whenShown(nullptr, [&](QWidget* d) {
             child<QPushButton>(d, "cmdClose")->setFocus();
             QTest::keyClick(child<QPushButton>(d, "cmdClose"), Qt::Key_Return);
             QVERIFY(!d->isVisible());

@@ -1,8 +1,7 @@
 // Coverage-guided fuzzing of the record decoders and of the configuration file check: every
-// input must hold what the bounded random test (tests/fuzz) demands of random buffers. The run
-// stops at the first input that does not.
+// input must hold what DecoderChecks.h demands. The run stops at the first input that does not.
 
-#include "../fuzz/DecoderChecks.h"
+#include "DecoderChecks.h"
 
 using namespace scorvane;
 using namespace scorvane::testing;

@@ -109,14 +109,12 @@ TEST_F(SampleTeams, GameScoresFollowTheSelectionAndCloseWithTheRecord) {
     const TableReport longForm = gameScoresReport(games, true, {"Game Scores", "Hawks", "2 to 4"});
     const TableReport shortForm =
         gameScoresReport(games, false, {"Game Scores", "Hawks", "2 to 4"});
-    std::size_t comments = 0;
-    for (const GameScore& g : games)
-        comments += !g.comment.empty();
-    EXPECT_EQ(longForm.printedBody.size(), 2 * games.size() + comments);
+    const auto comments = std::count_if(games.begin(), games.end(),
+                                        [](const GameScore& g) { return !g.comment.empty(); });
+    EXPECT_EQ(longForm.printedBody.size(), 2 * games.size() + static_cast<std::size_t>(comments));
     EXPECT_EQ(shortForm.printedBody.size(), games.size());
-    int won = 0;
-    for (const GameScore& g : games)
-        won += g.resultWord == "Won";
+    const auto won = std::count_if(games.begin(), games.end(),
+                                   [](const GameScore& g) { return g.resultWord == "Won"; });
     EXPECT_NE(longForm.printedClosing.at(0).find("Totals: " + digits(won) + " won"),
               std::string::npos);
     // CSV: one row a game, every figure in it.
@@ -207,12 +205,6 @@ TEST(ChartData, QuarterPointsAndAColumnGameByGame) {
     ASSERT_EQ(labels.size(), 2u);
     EXPECT_EQ(labels[1], "Game 3"); // no date stored
 
-    Figure made;
-    made.made = 3;
-    made.attempted = 4;
-    EXPECT_EQ(figureNumber('K', 11, made), 3.0);
-    Figure overflow;
-    overflow.value = 40000;
-    overflow.overflow = true;
-    EXPECT_EQ(figureNumber('P', 18, overflow), 0.0);
+    EXPECT_EQ(figureNumber('K', 11, {.made = 3, .attempted = 4}), 3.0);
+    EXPECT_EQ(figureNumber('P', 18, {.value = 40000, .overflow = true}), 0.0);
 }

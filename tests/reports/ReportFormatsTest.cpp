@@ -43,10 +43,10 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     for (const auto& e : expected) {
         const ReportFormatRecord f = defaultFormat(e.category);
         EXPECT_EQ(formatColumns(f), e.columns) << e.category;
-        EXPECT_EQ(f.sortColumn, e.sort) << e.category;
-        EXPECT_EQ(f.sortDirection, 'D') << e.category;
-        EXPECT_EQ(f.columns[0], 0);
-        EXPECT_EQ(f.columns[e.columns.size() + 1], 0);
+        EXPECT_EQ(std::tuple(f.sortColumn, f.sortDirection, f.columns[0] + 0,
+                             f.columns[e.columns.size() + 1] + 0),
+                  std::tuple(e.sort, 'D', 0, 0))
+            << e.category;
     }
     EXPECT_EQ(trimRight(defaultFormat('D').reportName), "Defensive Statistics");
 
@@ -56,10 +56,10 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     receiving.sortDirection = 'A';
     receiving.columns.fill(3);
     applyDefaultColumns(receiving);
-    EXPECT_EQ(receiving.sortColumn, 9);
-    EXPECT_EQ(receiving.sortDirection, 'D');
-    EXPECT_EQ(formatColumns(receiving).size(), 17u);
-    EXPECT_EQ(receiving.columns[18], 0); // cleared after the last default column
+    // The columns after the last default one are cleared.
+    EXPECT_EQ(std::tuple(receiving.sortColumn + 0, receiving.sortDirection,
+                         formatColumns(receiving).size(), receiving.columns[18] + 0),
+              std::tuple(9, 'D', std::size_t{17}, 0));
     ReportFormatRecord rushing = defaultFormat('R');
     rushing.sortColumn = 9;
     applyDefaultColumns(rushing);
@@ -74,8 +74,7 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     ReportFormatRecord f = confirmFormat(base, edit);
     EXPECT_EQ(f.reportName, fit("Unnamed Report", 20));
     EXPECT_EQ(formatColumns(f), formatColumns(defaultFormat('R'))); // empty list: the default
-    EXPECT_EQ(f.sortColumn, 12);
-    EXPECT_EQ(f.sortDirection, 'A');
+    EXPECT_EQ(std::tuple(f.sortColumn + 0, f.sortDirection), std::tuple(12, 'A'));
 
     edit.title = "  Season leaders by yards per carry ";
     edit.columns = {3, 2};
@@ -85,8 +84,8 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
 
     edit.columns.assign(40, 2);
     f = confirmFormat(base, edit);
-    EXPECT_EQ(formatColumns(f).size(), 31u);
-    EXPECT_EQ(f.columns[32], 0); // the reserved entries stay 0
+    EXPECT_EQ(std::pair(formatColumns(f).size(), f.columns[32] + 0),
+              std::pair(std::size_t{31}, 0)); // reserved: 0
 
     // Codes a category lacks are never printed, wherever they stand.
     f.columns[1] = 24;
@@ -101,8 +100,7 @@ TEST(ReportFormatDefaults, EachCategoryHasItsColumnsAndSort) {
     config.sort[0] = {17, 'A'};
     f = startingFormat('P', config);
     EXPECT_EQ(formatColumns(f), codes({2, 17}));
-    EXPECT_EQ(f.sortColumn, 17);
-    EXPECT_EQ(f.sortDirection, 'A');
+    EXPECT_EQ(std::tuple(f.sortColumn + 0, f.sortDirection), std::tuple(17, 'A'));
     config.columnLists[0].fill(0);
     EXPECT_EQ(formatColumns(startingFormat('P', config)), formatColumns(defaultFormat('P')));
 }

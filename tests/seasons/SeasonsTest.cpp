@@ -1,3 +1,4 @@
+#include "reports/ReportChecks.h"
 #include "reports/ReportCommand.h"
 #include "seasons/Career.h"
 #include "seasons/RecordBook.h"
@@ -27,8 +28,6 @@ using scorvane::testing::TempDir;
 using namespace scorvane::testing;
 
 namespace {
-
-using Strings = std::vector<std::string>;
 
 // Three seasons of one team. The passer changes number (7, then 12) and his name is written
 // three ways ("Chris Vale", "chris valé  ", "Chris Vale"); the receiver is misspelt in 2023
@@ -113,32 +112,6 @@ struct ThreeSeasons {
     }
 };
 
-Strings split(const std::string& text, const std::string& separator) {
-    Strings out;
-    for (std::size_t start = 0;;) {
-        const std::size_t at = text.find(separator, start);
-        out.push_back(text.substr(start, at - start));
-        if (at == std::string::npos)
-            return out;
-        start = at + separator.size();
-    }
-}
-
-// The words of a printed line.
-Strings words(const std::string& line) {
-    std::istringstream in(line);
-    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
-}
-
-// The CSV rows of a text (no field of the test seasons needs quoting).
-std::vector<Strings> csvRows(const std::string& csv) {
-    std::vector<Strings> rows;
-    for (const std::string& line : split(csv, "\r\n"))
-        if (!line.empty())
-            rows.push_back(split(line, ","));
-    return rows;
-}
-
 // The cells of every body row of every table of an HTML page, table by table.
 std::vector<std::vector<Strings>> htmlTables(const std::string& html) {
     std::vector<std::vector<Strings>> tables;
@@ -173,7 +146,7 @@ const CareerLine* lineOf(const CareerReport& report, const std::string& name) {
 // A career is the season computation over every season's records: counts summed, longest gains
 // the greatest, games summed, and every derived column (Pct, Avg, Rtg, Pts, Y@C, FD%) worked out
 // from the career sums, whatever number or spelling the player had. A linked misspelling joins
-// the career; brothers told apart and players without a name stay apart.
+// the career (brothers told apart and players without a name stay apart: the printed report).
 TEST(Career, EachPersonsLineIsTheSeasonComputationOverAllHisRecords) {
     ThreeSeasons t;
     for (char category : {'P', 'C', 'R'}) {
@@ -192,12 +165,8 @@ TEST(Career, EachPersonsLineIsTheSeasonComputationOverAllHisRecords) {
             ASSERT_NE(line, nullptr) << category << " " << person;
             EXPECT_EQ(line->seasons, 3) << person;
             for (int code = 1; code <= count; ++code) {
-                const Figure& want = one.players[0][code];
-                const Figure& got = line->figures[code];
-                EXPECT_EQ(got.value, want.value) << category << " " << person << " " << code;
-                EXPECT_EQ(got.ratio, want.ratio) << category << " " << person << " " << code;
-                EXPECT_EQ(got.made, want.made) << category << " " << person << " " << code;
-                EXPECT_EQ(got.overflow, want.overflow) << category << " " << person << " " << code;
+                EXPECT_EQ(figureKey(line->figures[code]), figureKey(one.players[0][code]))
+                    << category << " " << person << " " << code;
             }
         }
     }
@@ -210,21 +179,6 @@ TEST(Career, EachPersonsLineIsTheSeasonComputationOverAllHisRecords) {
     EXPECT_EQ(chris->figures[8].value, 45); // Lg: the greatest
     // 53 of 138 is 38.4%; the mean of the seasons' 90%, 30% and 50% would be 56.7%.
     EXPECT_EQ(chris->figures[15].ratio, static_cast<float>(53.0 / 138.0 * 100.0));
-
-    SeasonSet rushSet = t.open();
-    const CareerReport rushing = computeCareers(rushSet, 'R', Selection{});
-    int sams = 0;
-    int blanks = 0;
-    for (const CareerLine& l : rushing.players) {
-        sams += trimRight(l.name) == "Sam Lee" ? 1 : 0;
-        blanks += trim(l.name).empty() ? 1 : 0;
-    }
-    EXPECT_EQ(sams, 2);
-    EXPECT_EQ(blanks, 2);
-    // Totals: the listed players' sums, the average again from them.
-    EXPECT_EQ(rushing.totals[3].value,
-              120 + 50 + 9 + 60 + 150 + 110 + 90 + 7 + 12 + 100 + 60 + 120 + 12);
-    EXPECT_EQ(rushing.totals[1].value, 9); // every game of the three seasons had a carry
 }
 
 // A season that cannot be read is named with its folder and left out; the others are reported.
@@ -269,10 +223,17 @@ TEST(RecordBook, RanksTiesAndMinimums) {
     std::vector<std::pair<int, long long>> ranks;
     for (const RecordEntry& e : yards->entries)
         ranks.emplace_back(e.rank, e.figure.value);
-    const std::vector<std::pair<int, long long>> expected = {{1, 150}, {2, 120}, {2, 120}, {4, 110},
-                                                             {5, 100}, {6, 90},  {7, 60},  {7, 60},
-                                                             {9, 50},  {10, 12}, {10, 12}};
-    EXPECT_EQ(ranks, expected);
+    EXPECT_EQ(ranks, (std::vector<std::pair<int, long long>>{{1, 150},
+                                                             {2, 120},
+                                                             {2, 120},
+                                                             {4, 110},
+                                                             {5, 100},
+                                                             {6, 90},
+                                                             {7, 60},
+                                                             {7, 60},
+                                                             {9, 50},
+                                                             {10, 12},
+                                                             {10, 12}}));
 
     // The whole book in one pass over each file gives every category's book as it is alone.
     std::vector<RecordBookOptions> all;
@@ -310,142 +271,14 @@ TEST(RecordBook, RanksTiesAndMinimums) {
     ASSERT_NE(career, nullptr);
     EXPECT_EQ(recordListCsv(book, *career), "Rank,Name,Value,Season,Game,Date,Opponent\r\n"
                                             "1,Dale Ortiz,8.4,2023-2025,,,\r\n");
-}
 
-// The seasons file: what is written reads back the same; lines it cannot use are reported and
-// left out, and reading never rewrites the file; a second season of the same folder and team is
-// refused.
-TEST(SeasonsFile, RoundTripBadLinesAndDuplicates) {
-    TempDir config;
-    TempDir season;
-    SeasonsList list;
-    ASSERT_EQ(addSeason(list, {"2024", season.dir(), 1}), std::nullopt);
-    ASSERT_EQ(addSeason(list, {"2025", season.dir(), 2}), std::nullopt);
-    ASSERT_EQ(addLink(list, {{"2024", "Jos\xE9 Cruz"}, {"2025", "Jose Cruz Jr"}, false}),
-              std::nullopt);
-    ASSERT_EQ(addLink(list, {{"2024", "Sam Lee"}, {"2025", "Sam Lee"}, true}), std::nullopt);
-    const std::string path = seasonsFilePath(config.dir());
-    ASSERT_TRUE(writeSeasonsFile(path, list));
-    const Bytes written = config.read("seasons.txt");
-    EXPECT_NE(std::string(written.begin(), written.end()).find("link\t2024\tJos\xC3\xA9 Cruz"),
-              std::string::npos); // UTF-8 in the file
-    SeasonsList back;
-    Strings problems;
-    ASSERT_TRUE(readSeasonsFile(path, back, problems));
-    EXPECT_TRUE(problems.empty());
-    EXPECT_EQ(back, list);
-
-    struct BadLine {
-        std::string line;
-        std::string problem;
-    };
-    const std::vector<BadLine> bad = {
-        {"season\t2026\tx\t/tmp/a/", "Line 3: the team \"x\" is not 1 to 100."},
-        {"season\t2026\t101\t/tmp/a/", "Line 3: the team \"101\" is not 1 to 100."},
-        {"season\t2026\t1", "Line 3: a season needs a label, a team and a folder."},
-        {"season\t2024\t1\t/tmp/b/", "Line 3: the label \"2024\" is used twice."},
-        {"link\t2024\tA\t2099\tB", "Line 3: There is no season \"2099\" in the list."},
-        {"link\t2024\t \t2024\tB", "Line 3: An empty name cannot be linked."},
-        {"team\t2024", "Line 3: \"team\" is no kind of line this file holds."},
-    };
-    for (const BadLine& b : bad) {
-        const std::string text = "Scorvane seasons\t1\nseason\t2024\t1\t/tmp/x/\r\n" + b.line +
-                                 "\n# a remark\n\nseason\t2027\t3\t/tmp/y/\n";
-        config.write("seasons.txt", Bytes(text.begin(), text.end()));
-        SeasonsList read;
-        problems.clear();
-        ASSERT_TRUE(readSeasonsFile(path, read, problems));
-        ASSERT_EQ(problems.size(), 1u) << b.line;
-        EXPECT_EQ(problems[0], platform::shownPath(path) + ", " + b.problem);
-        ASSERT_EQ(read.seasons.size(), 2u) << b.line; // the good lines around it are kept
-        EXPECT_EQ(read.seasons[1], (SeasonEntry{"2027", "/tmp/y/", 3}));
-        EXPECT_EQ(config.read("seasons.txt"), Bytes(text.begin(), text.end()));
-    }
-    const std::string foreign = "teams\n2024\n";
-    config.write("seasons.txt", Bytes(foreign.begin(), foreign.end()));
-    SeasonsList none;
-    problems.clear();
-    ASSERT_TRUE(readSeasonsFile(path, none, problems));
-    EXPECT_TRUE(none.seasons.empty());
-    EXPECT_EQ(problems.size(), 1u);
-
-    // The same folder written another way, and the same team: refused; another team: fine.
-    std::filesystem::create_directory(season.path() / "sub");
-    const std::string sameFolder = season.dir() + "sub/../";
-    SeasonsList copy = list;
-    const auto refused = addSeason(copy, {"2026", sameFolder, 2});
-    ASSERT_TRUE(refused.has_value());
-    EXPECT_EQ(*refused, "Season \"2025\" is already team 2 of " +
-                            platform::shownPath(normalizeDirectory(season.dir())) + ".");
-    EXPECT_EQ(copy, list);
-    EXPECT_EQ(addSeason(copy, {"2026", sameFolder, 3}), std::nullopt);
-    EXPECT_TRUE(addSeason(copy, {"2024", "/elsewhere/", 1}).has_value()); // a label used
-}
-
-// The printed career report is the season report's lines with the seasons count after the name,
-// under its own heading; the totals line leaves it blank. The heading's seasons line names the
-// seasons, runs of years written first-last. The CSV has the seasons count too.
-TEST(Career, PrintedLinesCarryTheSeasonsCount) {
-    const std::vector<std::pair<Strings, std::string>> lines = {
-        {{"2023", "2024", "2025"}, "Seasons 2023-2025"},
-        {{"2021", "2023", "2025"}, "Seasons 2021, 2023, 2025"},
-        {{"2025"}, "Season 2025"},
-        {{"2019", "2020", "2022", "Fall"}, "Seasons 2019-2020, 2022, Fall"},
-    };
-    for (const auto& [labels, line] : lines)
-        EXPECT_EQ(seasonsLine(labels), line);
-
-    ThreeSeasons t;
-    SeasonSet set = t.open();
-    CareerDocument document;
-    document.report = computeCareers(set, 'R', Selection{});
-    sortCareers(document.report, 3, 'D');
-    document.columns = {1, 2, 3, 12};
-    document.heading = {careerTitle('R'), seasonsTeamLine(set), "Games 1 to 999"};
-    const ColumnTable table;
-    const Strings page = careerPages(document, table, PrintOptions{});
-    ASSERT_GE(page.size(), 12u);
-    EXPECT_EQ(page[1], "Hawks, Seasons 2023-2025");
-    const std::string& heading = page[4];
-    EXPECT_EQ(words(heading), (Strings{"No", "Name", "Sns", "G", "Rsh", "Yds", "Avg"}));
-    EXPECT_EQ(heading.substr(21, 4), " Sns");
-    // Dale Ortiz first by yards: 3 seasons, 9 games, 102 carries for 860 yards.
-    EXPECT_EQ(words(page[6]), (Strings{"30", "Dale", "Ortiz", "3", "9", "102", "860", "8.4"}));
-    EXPECT_EQ(page[6].substr(21, 4), "   3");
-    int samLees = 0;
-    for (const std::string& l : page)
-        if (l.find("Sam Lee") != std::string::npos) {
-            ++samLees;
-            EXPECT_EQ(l.substr(21, 4), "   1") << l; // the brothers: one season each
-        }
-    EXPECT_EQ(samLees, 2);
-    const std::string& totals = page.back();
-    EXPECT_EQ(words(totals), (Strings{"Totals", "9", "112", "900", "8.0"}));
-    EXPECT_EQ(totals.substr(21, 4), "    ");
-
-    // The CSV: Name, Seasons, G and the chosen columns, rows in the report's order, then the
-    // totals with the ratio worked out from the summed counts.
-    CareerReport passing = computeCareers(set, 'P', Selection{});
-    sortCareers(passing, 4, 'D');
-    EXPECT_EQ(careerCsv(passing, {1, 2, 3, 15}, table), "Name,Seasons,G,Att,Cm,Pct\r\n"
-                                                        "Chris Vale,3,6,138,53,38.4\r\n"
-                                                        "Totals,,6,138,53,38.4\r\n");
-}
-
-// The record book's CSV and HTML page hold every list's entries (the CSV rows of each list as the
-// list's own CSV has them, the page's tables the same entries) and the team's records after them;
-// the page stands alone.
-TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
-    ThreeSeasons t;
-    SeasonSet set = t.open();
-    RecordBookOptions options;
-    options.category = 'R';
-    options.columns = {3, 12};
+    // The whole book's CSV and HTML page hold every list's entries (the CSV rows of each list as
+    // the list's own CSV has them, the page's tables the same entries) and the team's records
+    // after them; the page stands alone.
     RecordBookDocument document;
-    document.categories.push_back(computeRecordBook(set, options));
+    document.categories.push_back(book);
     document.team = computeTeamRecords(set, Selection{}, 3);
     document.heading = {"Record Book", seasonsTeamLine(set), "Games 1 to 999, all game types"};
-    const RecordBook& book = document.categories[0];
     ASSERT_EQ(book.lists.size(), 6u);
     const ColumnTable table;
 
@@ -509,10 +342,118 @@ TEST(RecordBook, CsvAndHtmlHoldTheEntries) {
     const Strings page = recordBookPages(document, table, PrintOptions{});
     const auto title =
         std::find(page.begin(), page.end(), "Rushing Avg, Career (at least 100 Rsh)");
-    ASSERT_LT(std::distance(title, page.end()), static_cast<std::ptrdiff_t>(page.size()));
-    ASSERT_NE(title, page.end());
+    ASSERT_GE(std::distance(title, page.end()), 4);
     EXPECT_EQ(words(title[1]), (Strings{"Rank", "Name", "Avg", "Seasons"}));
     EXPECT_EQ(words(title[3]), (Strings{"1", "Dale", "Ortiz", "8.4", "2023-2025"}));
+}
+
+// The seasons file: what is written reads back the same; lines it cannot use are reported and
+// left out, and reading never rewrites the file; a second season of the same folder and team is
+// refused.
+TEST(SeasonsFile, RoundTripBadLinesAndDuplicates) {
+    TempDir config;
+    TempDir season;
+    SeasonsList list;
+    ASSERT_EQ(addSeason(list, {"2024", season.dir(), 1}), std::nullopt);
+    ASSERT_EQ(addSeason(list, {"2025", season.dir(), 2}), std::nullopt);
+    ASSERT_EQ(addLink(list, {{"2024", "Jos\xE9 Cruz"}, {"2025", "Jose Cruz Jr"}, false}),
+              std::nullopt);
+    ASSERT_EQ(addLink(list, {{"2024", "Sam Lee"}, {"2025", "Sam Lee"}, true}), std::nullopt);
+    const std::string path = seasonsFilePath(config.dir());
+    ASSERT_TRUE(writeSeasonsFile(path, list));
+    const Bytes written = config.read("seasons.txt");
+    EXPECT_NE(std::string(written.begin(), written.end()).find("link\t2024\tJos\xC3\xA9 Cruz"),
+              std::string::npos); // UTF-8 in the file
+    SeasonsList back;
+    Strings problems;
+    ASSERT_TRUE(readSeasonsFile(path, back, problems));
+    EXPECT_TRUE(problems.empty());
+    EXPECT_EQ(back, list);
+
+    const std::pair<std::string, std::string> bad[] = {
+        {"season\t2026\tx\t/tmp/a/", "Line 3: the team \"x\" is not 1 to 100."},
+        {"season\t2026\t101\t/tmp/a/", "Line 3: the team \"101\" is not 1 to 100."},
+        {"season\t2026\t1", "Line 3: a season needs a label, a team and a folder."},
+        {"season\t2024\t1\t/tmp/b/", "Line 3: the label \"2024\" is used twice."},
+        {"link\t2024\tA\t2099\tB", "Line 3: There is no season \"2099\" in the list."},
+        {"link\t2024\t \t2024\tB", "Line 3: An empty name cannot be linked."},
+        {"team\t2024", "Line 3: \"team\" is no kind of line this file holds."},
+    };
+    for (const auto& [line, problem] : bad) {
+        const std::string text = "Scorvane seasons\t1\nseason\t2024\t1\t/tmp/x/\r\n" + line +
+                                 "\n# a remark\n\nseason\t2027\t3\t/tmp/y/\n";
+        config.write("seasons.txt", Bytes(text.begin(), text.end()));
+        SeasonsList read;
+        problems.clear();
+        ASSERT_TRUE(readSeasonsFile(path, read, problems));
+        ASSERT_EQ(problems.size(), 1u) << line;
+        EXPECT_EQ(problems[0], platform::shownPath(path) + ", " + problem);
+        ASSERT_EQ(read.seasons.size(), 2u) << line; // the good lines around it are kept
+        EXPECT_EQ(read.seasons[1], (SeasonEntry{"2027", "/tmp/y/", 3}));
+        EXPECT_EQ(config.read("seasons.txt"), Bytes(text.begin(), text.end()));
+    }
+    const std::string foreign = "teams\n2024\n";
+    config.write("seasons.txt", Bytes(foreign.begin(), foreign.end()));
+    SeasonsList none;
+    problems.clear();
+    ASSERT_TRUE(readSeasonsFile(path, none, problems));
+    EXPECT_TRUE(none.seasons.empty());
+    EXPECT_EQ(problems.size(), 1u);
+
+    // The same folder written another way, and the same team: refused; another team: fine.
+    std::filesystem::create_directory(season.path() / "sub");
+    const std::string sameFolder = season.dir() + "sub/../";
+    SeasonsList copy = list;
+    const auto refused = addSeason(copy, {"2026", sameFolder, 2});
+    ASSERT_TRUE(refused.has_value());
+    EXPECT_EQ(*refused, "Season \"2025\" is already team 2 of " +
+                            platform::shownPath(normalizeDirectory(season.dir())) + ".");
+    EXPECT_EQ(copy, list);
+    EXPECT_EQ(addSeason(copy, {"2026", sameFolder, 3}), std::nullopt);
+    EXPECT_TRUE(addSeason(copy, {"2024", "/elsewhere/", 1}).has_value()); // a label used
+}
+
+// The printed career report is the season report's lines with the seasons count after the name,
+// under its own heading; the totals line leaves it blank. The heading's seasons line names the
+// seasons, runs of years written first-last. The CSV has the seasons count too.
+TEST(Career, PrintedLinesCarryTheSeasonsCount) {
+    const std::vector<std::pair<Strings, std::string>> lines = {
+        {{"2023", "2024", "2025"}, "Seasons 2023-2025"},
+        {{"2021", "2023", "2025"}, "Seasons 2021, 2023, 2025"},
+        {{"2025"}, "Season 2025"},
+        {{"2019", "2020", "2022", "Fall"}, "Seasons 2019-2020, 2022, Fall"},
+    };
+    for (const auto& [labels, line] : lines)
+        EXPECT_EQ(seasonsLine(labels), line);
+
+    ThreeSeasons t;
+    SeasonSet set = t.open();
+    CareerDocument document;
+    document.report = computeCareers(set, 'R', Selection{});
+    sortCareers(document.report, 3, 'D');
+    document.columns = {1, 2, 3, 12};
+    document.heading = {careerTitle('R'), seasonsTeamLine(set), "Games 1 to 999"};
+    const ColumnTable table;
+    const Strings page = careerPages(document, table, PrintOptions{});
+    // Dale Ortiz first by yards: 3 seasons, 9 games, 102 carries for 860 yards; the brothers one
+    // season each; the two seasons of number 40 without a name apart.
+    EXPECT_EQ(Strings(page.begin() + 1, page.end()),
+              (Strings{"Hawks, Seasons 2023-2025", "Games 1 to 999", "",
+                       " No Name              Sns  G Rsh  Yds  Avg", std::string(42, '-'),
+                       " 30 Dale Ortiz          3  9 102  860  8.4",
+                       " 40                     1  1   4   12  3.0",
+                       "  5 Sam Lee             1  1   1   12 12.0",
+                       " 40                     1  1   3    9  3.0",
+                       "  5 Sam Lee             1  1   2    7  3.5", "",
+                       "    Totals                 9 112  900  8.0"}));
+
+    // The CSV: Name, Seasons, G and the chosen columns, rows in the report's order, then the
+    // totals with the ratio worked out from the summed counts.
+    CareerReport passing = computeCareers(set, 'P', Selection{});
+    sortCareers(passing, 4, 'D');
+    EXPECT_EQ(careerCsv(passing, {1, 2, 3, 15}, table), "Name,Seasons,G,Att,Cm,Pct\r\n"
+                                                        "Chris Vale,3,6,138,53,38.4\r\n"
+                                                        "Totals,,6,138,53,38.4\r\n");
 }
 
 namespace {
@@ -538,11 +479,7 @@ TEST(SeasonsCommand, ArgumentErrors) {
     EXPECT_TRUE(isSeasonsCommand({"--team", "1", "--record-book"}));
     EXPECT_TRUE(isSeasonsCommand({"--season=/x/"}));
     EXPECT_FALSE(isSeasonsCommand({"--team", "1", "--category", "P"}));
-    struct Case {
-        Strings args;
-        std::string message;
-    };
-    const std::vector<Case> cases = {
+    const std::pair<Strings, std::string> cases[] = {
         {{"--career", "--category", "R"}, "no seasons: give --season DIR[:TEAM] or --seasons FILE"},
         {{"--season", d}, "seasons need --career or --record-book"},
         {{"--season", d, "--career", "--record-book"},
@@ -578,10 +515,10 @@ TEST(SeasonsCommand, ArgumentErrors) {
          "--player: no player \"Nobody\" with Rushing Statistics in the chosen seasons"},
     };
     const auto before = t.snapshot();
-    for (const Case& c : cases) {
+    for (const auto& [args, message] : cases) {
         Command command;
-        EXPECT_EQ(command.run(c.args), kCommandBadUsage) << c.message;
-        EXPECT_EQ(command.err, "scorvane-report: " + c.message + "\n");
+        EXPECT_EQ(command.run(args), kCommandBadUsage) << message;
+        EXPECT_EQ(command.err, "scorvane-report: " + message + "\n");
         EXPECT_EQ(command.out, "");
     }
     EXPECT_EQ(t.snapshot(), before);

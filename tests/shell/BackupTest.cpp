@@ -50,6 +50,10 @@ struct BackupRestore : ::testing::Test {
     }
     std::string undo;
 
+    // The data directory's files and the report directory's.
+    std::pair<FolderSnapshot, FolderSnapshot> snapshots() const {
+        return {snapshot(data.path()), snapshot(reports.path())};
+    }
     std::string backupPath() const { return elsewhere.file("season.sfb"); }
     BackupResult backUp(const std::string& path) {
         return backUpDataFiles(files, prompter, path, "2026-11-23 21:05:13");
@@ -98,8 +102,7 @@ TEST(BackupArchive, EveryChangedOrMissingByteIsFound) {
     const Bytes bytes = encodeBackup(archive);
     BackupArchive read;
     ASSERT_EQ(decodeBackup(bytes, read).problem, ArchiveProblem::Good);
-    EXPECT_EQ(read.madeOn, archive.madeOn);
-    EXPECT_EQ(read.files, archive.files);
+    EXPECT_EQ(std::tie(read.madeOn, read.files), std::tie(archive.madeOn, archive.files));
     EXPECT_EQ(read.teamNames(), std::vector<std::string>{"Bears"});
 
     for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -123,10 +126,11 @@ TEST(BackupArchive, ForeignFilesAndStrangeNamesAreRefusedWithTheirReason) {
     EXPECT_EQ(archiveRefusal(decodeBackup(encodeBackup(sneaky), read)),
               "This backup holds a file that does not belong in a data directory (../FBPN1.DAT) "
               "and cannot be restored.  Nothing was restored.");
-    sneaky.files = {{Folder::Data, "FBTEAMS.DAT", {}}, {Folder::Report, "FBPN1.DAT", {}}};
-    EXPECT_EQ(decodeBackup(encodeBackup(sneaky), read).problem, ArchiveProblem::StrangeFile);
-    sneaky.files = {{Folder::Data, "FBPN101.DAT", {}}};
-    EXPECT_EQ(decodeBackup(encodeBackup(sneaky), read).problem, ArchiveProblem::StrangeFile);
+    for (auto [folder, name] :
+         {std::pair{Folder::Report, "FBPN1.DAT"}, {Folder::Data, "FBPN101.DAT"}}) {
+        sneaky.files = {{Folder::Data, "FBTEAMS.DAT", {}}, {folder, name, {}}};
+        EXPECT_EQ(decodeBackup(encodeBackup(sneaky), read).problem, ArchiveProblem::StrangeFile);
+    }
     sneaky.files = {{Folder::Data, "FBPN1.DAT", {}}};
     EXPECT_EQ(archiveRefusal(decodeBackup(encodeBackup(sneaky), read)),
               "This backup holds no team list and cannot be restored.  Nothing was restored.");
@@ -137,12 +141,11 @@ TEST(BackupArchive, ForeignFilesAndStrangeNamesAreRefusedWithTheirReason) {
 }
 
 TEST_F(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
-    const FolderSnapshot dataBefore = snapshot(data.path());
-    const FolderSnapshot reportsBefore = snapshot(reports.path());
+    const auto before = snapshots();
     ASSERT_EQ(backUp(), BackupResult::Written);
     EXPECT_TRUE(prompter.shown.empty());
     // Making a backup changes nothing.
-    EXPECT_EQ(snapshot(data.path()), dataBefore);
+    EXPECT_EQ(snapshots(), before);
 
     BackupArchive archive;
     ASSERT_TRUE(readBackupFile(prompter, backupPath(), archive));
@@ -151,8 +154,7 @@ TEST_F(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
     EXPECT_EQ(describeBackup(archive), "3 teams, 11 files, 4 KB");
 
     changeEverything();
-    const FolderSnapshot changedData = snapshot(data.path());
-    const FolderSnapshot changedReports = snapshot(reports.path());
+    const auto changed = snapshots();
     prompter.answers = {Answer::Yes};
     ASSERT_EQ(restore(backupPath()), RestoreResult::Restored);
     ASSERT_EQ(prompter.shown.size(), 1u);
@@ -165,18 +167,18 @@ TEST_F(BackupRestore, RoundTripGivesBackEveryFileByteForByte) {
                            "Restore the backup?",
                        "Restore Files", Buttons::YesNo, Icon::Question, Answer::No}));
     EXPECT_EQ(undo, data.file("Before restore 2026-11-24 08.00.00.sfb"));
-    EXPECT_EQ(without(snapshot(data.path()), "Before restore 2026-11-24 08.00.00.sfb"), dataBefore);
-    EXPECT_EQ(snapshot(reports.path()), reportsBefore);
+    EXPECT_EQ(std::pair(without(snapshot(data.path()), "Before restore 2026-11-24 08.00.00.sfb"),
+                        snapshot(reports.path())),
+              before);
 
     // The backup of what was replaced undoes the restore.
     prompter.answers = {Answer::Yes};
     const std::string firstUndo = undo;
     ASSERT_EQ(restore(firstUndo, "2026-11-24 08:01:00"), RestoreResult::Restored);
-    FolderSnapshot undone = snapshot(data.path());
-    undone.erase("Before restore 2026-11-24 08.00.00.sfb");
-    undone.erase("Before restore 2026-11-24 08.01.00.sfb");
-    EXPECT_EQ(undone, changedData);
-    EXPECT_EQ(snapshot(reports.path()), changedReports);
+    auto undone = snapshots();
+    undone.first.erase("Before restore 2026-11-24 08.00.00.sfb");
+    undone.first.erase("Before restore 2026-11-24 08.01.00.sfb");
+    EXPECT_EQ(undone, changed);
 }
 
 // The program's names are UTF-8; the test makes its folders through wide names where the system
@@ -224,8 +226,7 @@ TEST(BackupRestoreAccents, FoldersWithAccentedNamesAreFoundListedAndWritten) {
 TEST_F(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
     ASSERT_EQ(backUp(), BackupResult::Written);
     changeEverything();
-    const FolderSnapshot dataBefore = snapshot(data.path());
-    const FolderSnapshot reportsBefore = snapshot(reports.path());
+    const auto before = snapshots();
 
     Bytes damaged = elsewhere.read("season.sfb");
     damaged[damaged.size() / 2] ^= 1;
@@ -237,10 +238,9 @@ TEST_F(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
         prompter.answers = {Answer::Yes, Answer::Yes};
         EXPECT_EQ(restore(elsewhere.file(name)), RestoreResult::Refused);
         ASSERT_EQ(prompter.shown.size(), 1u); // the refusal, and no question
-        EXPECT_EQ(prompter.shown[0].title, "Restore Files");
-        EXPECT_EQ(prompter.shown[0].buttons, Buttons::Ok);
-        EXPECT_EQ(snapshot(data.path()), dataBefore);
-        EXPECT_EQ(snapshot(reports.path()), reportsBefore);
+        EXPECT_EQ(std::tie(prompter.shown[0].title, prompter.shown[0].buttons),
+                  std::tuple("Restore Files", Buttons::Ok));
+        EXPECT_EQ(snapshots(), before);
     }
     EXPECT_EQ(prompter.shown[0].text,
               elsewhere.file("missing.sfb") + " was not found.  Nothing was restored.");
@@ -248,7 +248,7 @@ TEST_F(BackupRestore, DamagedForeignOrDeclinedRestoresReplaceNothing) {
     // No, the default answer, keeps everything.
     prompter = {};
     EXPECT_EQ(restore(backupPath()), RestoreResult::Declined);
-    EXPECT_EQ(snapshot(data.path()), dataBefore);
+    EXPECT_EQ(snapshots(), before);
     EXPECT_EQ(undo, "");
 }
 
@@ -348,15 +348,15 @@ TEST(BackupNames, DatedNames) {
     };
     for (const Case& c : cases)
         EXPECT_EQ(suggestedFileName(c.words, "2026-11-23", c.extension), c.name);
-    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13", "Tigers"), "Tigers Backup 2026-11-23.sfb");
-    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13", "?*"), "Scorvane Backup 2026-11-23.sfb");
-    EXPECT_EQ(defaultBackupName("2026-11-23 21:05:13"), "Scorvane Backup 2026-11-23.sfb");
-    EXPECT_EQ(undoBackupName("2026-11-23 21:05:13"), "Before restore 2026-11-23 21.05.13.sfb");
+    const std::string at = "2026-11-23 21:05:13";
+    EXPECT_EQ((std::vector{defaultBackupName(at, "Tigers"), defaultBackupName(at, "?*"),
+                           defaultBackupName(at), undoBackupName(at)}),
+              (std::vector<std::string>{
+                  "Tigers Backup 2026-11-23.sfb", "Scorvane Backup 2026-11-23.sfb",
+                  "Scorvane Backup 2026-11-23.sfb", "Before restore 2026-11-23 21.05.13.sfb"}));
     const std::string now = timestampNow();
     ASSERT_EQ(now.size(), 19u);
-    EXPECT_EQ(now[4], '-');
-    EXPECT_EQ(now[10], ' ');
-    EXPECT_EQ(now[13], ':');
+    EXPECT_EQ(std::string({now[4], now[10], now[13]}), "- :");
 }
 
 TEST(BackupNames, TheNewestBackupIsOffered) {

@@ -13,10 +13,8 @@
 
 #if defined(__unix__) || defined(__APPLE__)
 
-#include <iostream>
 #include <map>
 #include <memory>
-#include <random>
 
 namespace scorvane {
 namespace {
@@ -47,27 +45,25 @@ struct Scenario {
         for (const ArchivedFile& f : archive.files)
             after[f.name] = f.contents;
     }
-    // Restores over the files as before in a child process, under `decide` when given: the
-    // child's exit code (0 when the restore went through), or -signal.
-    int restore(testing::FaultInjector::Decide decide = {},
-                const std::function<void(pid_t)>& meanwhile = {}) const {
-        testing::restoreSnapshot(data.path(), before);
-        return testing::runInChild(
-            [&](const std::function<void()>& started) {
-                std::unique_ptr<testing::FaultInjector> faults;
-                if (decide)
-                    faults = std::make_unique<testing::FaultInjector>(decide);
-                testing::FakePrompter prompter;
-                prompter.answers = {Answer::Yes};
-                DataFiles files(DataPaths{"", data.dir(), data.dir()}, prompter);
-                started();
-                std::string undo;
-                return restoreDataFiles(files, prompter, archivePath, "2026-11-24 08:00:00",
-                                        undo) == RestoreResult::Restored
-                           ? 0
-                           : 1;
-            },
-            meanwhile);
+    // A restore over the files as before, in a child process under `decide` when given: the
+    // child's work for runInChild, which exits with 0 when the restore went through.
+    std::function<int(const std::function<void()>&)>
+    restore(testing::FaultInjector::Decide decide = {}) const {
+        return [this, decide](const std::function<void()>& started) {
+            testing::restoreSnapshot(data.path(), before);
+            std::unique_ptr<testing::FaultInjector> faults;
+            if (decide)
+                faults = std::make_unique<testing::FaultInjector>(decide);
+            testing::FakePrompter prompter;
+            prompter.answers = {Answer::Yes};
+            DataFiles files(DataPaths{"", data.dir(), data.dir()}, prompter);
+            started();
+            std::string undo;
+            return restoreDataFiles(files, prompter, archivePath, "2026-11-24 08:00:00", undo) ==
+                           RestoreResult::Restored
+                       ? 0
+                       : 1;
+        };
     }
     // Start-up's part, then what the data directory holds: "before", "after" or the file names.
     // The backup of the replaced files a restore writes first is a file of its own, beside them,
@@ -91,28 +87,20 @@ struct Scenario {
 TEST(RestoreCrash, AKilledRestoreLeavesTheDataAsBeforeOrAsAfter) {
     Scenario s;
     // One restore left alone tells how long a restore takes here.
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(s.restore(), 0);
-    const auto took = std::chrono::duration_cast<std::chrono::microseconds>(
-                          std::chrono::steady_clock::now() - start)
-                          .count();
+    const long long took =
+        testing::microsecondsFor([&] { ASSERT_EQ(testing::runInChild(s.restore()), 0); });
     ASSERT_EQ(s.settle(), "after");
-
-    std::mt19937 random(20261123);
-    std::uniform_int_distribution<long long> moment(0, took + took / 4);
-    std::map<std::string, int> outcomes;
-    for (int run = 0; run < 80; ++run) {
-        const int code = s.restore({}, testing::killAfter(moment(random)));
-        ASSERT_TRUE(code == 0 || code == -SIGKILL) << "run " << run << ": " << code;
-        const std::string outcome = s.settle();
-        ASSERT_TRUE(outcome == "before" || outcome == "after") << "run " << run << ": " << outcome;
-        ++outcomes[outcome];
-    }
-    std::cout << "[          ] " << outcomes["before"] << " runs as before, " << outcomes["after"]
-              << " as after; a restore took " << took << " us\n";
+    const testing::KillTally t =
+        testing::killAtRandomMoments(80, 20261123, took + took / 4, s.restore(), [&] {
+            const std::string outcome = s.settle();
+            EXPECT_TRUE(outcome == "before" || outcome == "after") << outcome;
+            return outcome == "after"    ? testing::Held::New
+                   : outcome == "before" ? testing::Held::Old
+                                         : testing::Held::Neither;
+        });
     // The moments were spread over the whole restore: both endings came up.
-    EXPECT_GT(outcomes["before"], 0);
-    EXPECT_GT(outcomes["after"], 0);
+    EXPECT_GT(t.old, 0);
+    EXPECT_GT(t.fresh, 0);
 }
 
 TEST(RestoreCrash, StoppedAtEachOfItsFileOperationsTheDataIsAsBeforeOrAsAfter) {
@@ -120,7 +108,8 @@ TEST(RestoreCrash, StoppedAtEachOfItsFileOperationsTheDataIsAsBeforeOrAsAfter) {
     std::map<std::string, int> outcomes;
     for (int stopAt = 1;; ++stopAt) {
         ASSERT_LT(stopAt, 2000) << "the restore never finished";
-        const int code = s.restore(testing::faultOnCall(stopAt, platform::Fault::Crash, false));
+        const int code = testing::runInChild(
+            s.restore(testing::faultOnCall(stopAt, platform::Fault::Crash, false)));
         const std::string outcome = s.settle();
         ASSERT_TRUE(outcome == "before" || outcome == "after")
             << "stopped at call " << stopAt << ": " << outcome;
@@ -131,9 +120,6 @@ TEST(RestoreCrash, StoppedAtEachOfItsFileOperationsTheDataIsAsBeforeOrAsAfter) {
             break;
         }
     }
-    std::cout << "[          ] stopped at each of " << outcomes["before"] + outcomes["after"] - 1
-              << " calls: " << outcomes["before"] << " as before, " << outcomes["after"]
-              << " as after\n";
     EXPECT_GT(outcomes["before"], 10);
     EXPECT_GT(outcomes["after"], 5);
 }

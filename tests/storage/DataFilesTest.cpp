@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <random>
 #include <tuple>
 
 #ifndef _WIN32
@@ -406,40 +405,34 @@ TEST_P(CrashSafety, ReplacementSurvivesAKillAtAnyMoment) {
     };
 
     // Kills must land anywhere from before the first write to after the renames, so the delays
-    // span the time two replacements take on this disk.
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_TRUE(replace(true));
-    ASSERT_TRUE(replace(false));
-    const long long maxDelayUs = std::clamp<long long>(
-        (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1), 3000, 40000);
-
-    std::mt19937 rng(20030305);
+    // span the time two replacements take on this disk. The child goes on replacing until killed.
+    const long long took = microsecondsFor([&] {
+        ASSERT_TRUE(replace(true));
+        ASSERT_TRUE(replace(false));
+    });
     bool holdsLarge = false;
     int flips = 0;
-    for (int i = 0; i < 150; ++i) {
-        const int code = runInChild(
-            [&](const std::function<void()>& started) {
-                started();
-                for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
-                    (void)replace(toLarge);
-                return 0;
-            },
-            killAfter(rng() % (maxDelayUs + 1)));
-        ASSERT_EQ(code, -SIGKILL) << "the child stopped by itself";
-
-        DataFiles reopened(paths, prompter); // finishes an interrupted replacement
-        ASSERT_TRUE(reopened.team(1).openFile(FileKind::Stats));
-        const Bytes now = dir.read("FBPS1.DAT"); // empty when there is no file
-        ASSERT_TRUE(now == join(small) || now == join(large))
-            << "kill " << i << " left a file of " << now.size() << " bytes that is neither";
-        const bool isLarge = now == join(large);
-        if (together) {
-            ASSERT_EQ(dir.read("FBGS1.DAT"), join(isLarge ? manyGames : fewGames))
-                << "kill " << i << " left the two files disagreeing";
-        }
-        flips += isLarge != holdsLarge;
-        holdsLarge = isLarge;
-    }
+    killAtRandomMoments(
+        150, 20030305, std::clamp<long long>(took, 3000, 40000),
+        [&](const std::function<void()>& started) {
+            started();
+            for (bool toLarge = !holdsLarge;; toLarge = !toLarge)
+                (void)replace(toLarge);
+            return 0;
+        },
+        [&] {
+            DataFiles reopened(paths, prompter); // finishes an interrupted replacement
+            const Bytes now =
+                reopened.team(1).openFile(FileKind::Stats) ? dir.read("FBPS1.DAT") : Bytes{};
+            const bool isLarge = now == join(large);
+            if (!isLarge && now != join(small))
+                return Held::Neither;
+            if (together && dir.read("FBGS1.DAT") != join(isLarge ? manyGames : fewGames))
+                return Held::Neither; // the two files disagree
+            flips += isLarge != holdsLarge;
+            holdsLarge = isLarge;
+            return isLarge ? Held::New : Held::Old;
+        });
     // Without finished replacements the kills would all have hit the first write.
     EXPECT_GT(flips, 0);
     EXPECT_TRUE(prompter.shown.empty());

@@ -119,9 +119,8 @@ TEST_F(Faults, RetryAfterADiskNotReadyFinishesTheWrite) {
     prompter.answers = {Answer::Retry, Answer::Retry};
     ASSERT_TRUE(files.replaceAll(FileKind::Stats, after));
     ASSERT_EQ(prompter.shown.size(), 2u);
-    EXPECT_EQ(prompter.shown[1].buttons, Buttons::RetryCancel);
-    EXPECT_EQ(prompter.shown[1].title, "Error");
-    EXPECT_EQ(prompter.endCalls, 0);
+    EXPECT_EQ(std::tie(prompter.shown[1].buttons, prompter.shown[1].title, prompter.endCalls),
+              std::tuple(Buttons::RetryCancel, "Error", 0));
     holds(after);
 
     // A record written in place: the half-written record is written whole again.

@@ -50,17 +50,22 @@ TEST(RecordLayout, GameWithScoresAndPointSums) {
                        .gameType = '3',
                        .homeFlag = '1',
                        .specialSelect = '2',
-                       .overtimeFlag = -1};
+                       .overtimeFlag = -1,
+                       .tail = "Scout notes" + std::string(52, ' ')};
     expectImage(g, image(blank(200), {{0, {7, 0}},
                                       {2, "A101202Memorial Field"},
                                       {29, "Tigers"},
                                       {54, {0, 0, 7, 0, 0, 0, 7, 0, 0, 0}},
                                       {64, {0x2C, 0x01, 0, 0, 14, 0, 0xFE, 0xFF, 3, 0}},
                                       {74, "Rain all night"},
-                                      {132, {'3', '1', '2', 0xFF, 0xFF}}}));
+                                      {132, {'3', '1', '2', 0xFF, 0xFF}},
+                                      {137, "Scout notes"}}));
     const PointSums sums = g.pointSums().value_or(PointSums{});
     EXPECT_EQ(sums.team, 315);
     EXPECT_EQ(sums.opponent, 14);
+    // A record cut short (the end of a damaged file) reads as if zero-filled to its length.
+    EXPECT_EQ(GameRecord::decode(Bytes{7, 0, 'A'}).encode(),
+              image(Bytes(200, 0), {{0, {7, 0, 'A'}}}));
 }
 
 TEST(RecordLayout, StatisticsInBothLayoutsAfterTheHeader) {
@@ -108,21 +113,13 @@ TEST(RecordLayout, ConfigFieldsOfBothParts) {
     };
     auto word = [&](std::size_t off) { return std::int16_t(raw[off] | raw[off + 1] << 8); };
     auto sort = [&](std::size_t off) { return SortSetting{word(off), char(raw[off + 2])}; };
-    EXPECT_EQ(c.firstWord, word(0));
-    EXPECT_EQ(c.gameTypeNames[6], text(62, 10));
-    EXPECT_EQ(c.userColumns[0][0], text(72, 3));
-    EXPECT_EQ(c.columnLists[2][30], word(310));
+    EXPECT_EQ((std::vector{c.firstWord, c.columnLists[2][30], c.optionWords[4], c.optionWord636,
+                           c.columnLists[3][0], c.columnLists[5][30]}),
+              (std::vector{word(0), word(310), word(627), word(636), word(723), word(907)}));
+    EXPECT_EQ((std::vector{c.gameTypeNames[6], c.userColumns[0][0], c.text8, c.dataDirectory,
+                           c.reportDirectory, c.text7, c.text31, c.userColumns[3][0], c.text100}),
+              (std::vector{text(62, 10), text(72, 3), text(321, 8), text(329, 145), text(474, 145),
+                           text(629, 7), text(638, 31), text(669, 3), text(918, 100)}));
     EXPECT_EQ(c.sort[0], sort(312));
-    EXPECT_EQ(c.text8, text(321, 8));
-    EXPECT_EQ(c.dataDirectory, text(329, 145));
-    EXPECT_EQ(c.reportDirectory, text(474, 145));
-    EXPECT_EQ(c.optionWords[4], word(627));
-    EXPECT_EQ(c.text7, text(629, 7));
-    EXPECT_EQ(c.optionWord636, word(636));
-    EXPECT_EQ(c.text31, text(638, 31));
-    EXPECT_EQ(c.userColumns[3][0], text(669, 3));
-    EXPECT_EQ(c.columnLists[3][0], word(723));
-    EXPECT_EQ(c.columnLists[5][30], word(907));
-    EXPECT_EQ(c.text100, text(918, 100));
     EXPECT_EQ(c.encode(), raw);
 }

@@ -5,9 +5,12 @@
 
 #ifndef _WIN32
 
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <csignal>
 #include <functional>
+#include <random>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -44,6 +47,50 @@ inline std::function<void(pid_t)> killAfter(long long us) {
         std::this_thread::sleep_for(std::chrono::microseconds(us));
         ::kill(pid, SIGKILL);
     };
+}
+
+// Microseconds `f` takes.
+inline long long microsecondsFor(const std::function<void()>& f) {
+    const auto start = std::chrono::steady_clock::now();
+    f();
+    return (std::chrono::steady_clock::now() - start) / std::chrono::microseconds(1);
+}
+
+// What a folder holds after a change was killed: the files from before it, those from after it, or
+// anything else.
+enum class Held { Old, New, Neither };
+
+struct KillTally {
+    int old = 0, fresh = 0, killed = 0;
+};
+
+// Runs `work` (as runInChild's) in a child `runs` times and kills it each time after a random
+// delay of 0 to `maxUs` microseconds, drawn from `seed`. The child must end by the kill or by
+// finishing; `held` then looks at the folder (and may set it up for the next run), and the test
+// fails at the first run that leaves neither the old files nor the new ones.
+inline KillTally
+killAtRandomMoments(int runs, unsigned seed, long long maxUs,
+                    const std::function<int(const std::function<void()>& started)>& work,
+                    const std::function<Held()>& held) {
+    std::mt19937 rng(seed);
+    KillTally tally;
+    for (int run = 0; run < runs; ++run) {
+        const long long delay = static_cast<long long>(rng() % (maxUs + 1));
+        const int code = runInChild(work, killAfter(delay));
+        if (code != 0 && code != -SIGKILL) {
+            ADD_FAILURE() << "run " << run << ": the child ended with " << code;
+            return tally;
+        }
+        tally.killed += code == -SIGKILL;
+        const Held h = held();
+        if (h == Held::Neither) {
+            ADD_FAILURE() << "run " << run << ", killed after " << delay
+                          << " us, left neither the old files nor the new ones";
+            return tally;
+        }
+        ++(h == Held::New ? tally.fresh : tally.old);
+    }
+    return tally;
 }
 
 } // namespace scorvane::testing

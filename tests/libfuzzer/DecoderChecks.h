@@ -1,7 +1,7 @@
 #pragma once
 
-// What must hold for any input, shared by the bounded random test and the coverage-guided
-// fuzzer (which includes this file by a relative path, without the test include folder).
+// What must hold for any input of the record decoders and the configuration check (included by
+// a relative path, without the test include folder).
 
 #include "../support/FakePrompter.h"
 #include "../support/TempDir.h"
