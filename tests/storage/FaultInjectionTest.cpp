@@ -189,3 +189,26 @@ TEST_F(Faults, FilesReplacedTogetherComeOutAllOldOrAllNew) {
     }
     filesAre(after, newGames);
 }
+
+// A record file handed on keeps its file; in a folder that may not be written (the first opening
+// refused) a missing file reads as empty; folders are made down to the last one.
+TEST(RecordFiles, AHandedOnFileAMissingOneInAReadOnlyFolderAndNewFolders) {
+    TempDir dir;
+    RecordFile first, moved;
+    ASSERT_TRUE(first.open(dir.file("A.DAT"), 10));
+    moved = std::move(first);
+    ASSERT_TRUE(moved.replaceAll({Bytes(10, 'b')}));
+    EXPECT_EQ(dir.read("A.DAT"), Bytes(10, 'b'));
+    {
+        FaultInjector readOnly([](const platform::CallInfo&, int n) {
+            return platform::Injection{n == 1 ? Fault::ReadOnly : Fault::None};
+        });
+        RecordFile missing;
+        ASSERT_TRUE(missing.open(dir.file("NONE.DAT"), 10));
+        std::vector<Bytes> all{Bytes(1)};
+        EXPECT_TRUE(missing.readAll(all));
+        EXPECT_EQ(std::pair(missing.count(), all.size()), std::pair(0, std::size_t{0}));
+    }
+    ASSERT_TRUE(createDirectories(dir.dir() + "one/two"));
+    EXPECT_TRUE(directoryExists(dir.dir() + "one/two"));
+}
