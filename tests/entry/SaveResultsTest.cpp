@@ -113,6 +113,35 @@ TEST_F(SaveFixture, ANewRecordLateInTheFileMovesOnlyTheRecordsAfterIt) {
     EXPECT_EQ(records(), before);
 }
 
+// Saved in place or by a rewrite, a game's results give the file rebuilt whole in memory, with
+// the stale copies of the game's type and mark brought up to date: a value changed, number 99
+// added and a player taken out, in the first, a middle and the last game.
+TEST_F(SaveFixture, ASaveGivesTheFileRebuiltInMemoryWhereverTheGameLies) {
+    roster({{3, "Ann"}, {7, "Bo"}});
+    games(5, '4', '2');
+    std::vector<Bytes> start;
+    for (int g = 1; g <= 5; ++g)
+        for (int p : {3, 7})
+            start.push_back(categoryRecord(g, p, 'P', {g, p}));
+    for (int game : {1, 3, 5})
+        for (int change : {0, 1, 2}) {
+            SCOPED_TRACE("game " + std::to_string(game) + ", change " + std::to_string(change));
+            stats(start);
+            GameRecord g;
+            GameStatsIndex index;
+            GameStatRecords found;
+            ASSERT_TRUE(files.gameRecord(Access::Read, game, g));
+            ASSERT_TRUE(files.indexGameStats(g, index, &found));
+            GameResults results;
+            results.load(found, index);
+            CategoryResults& r = results.at(change == 1 ? 99 : 3, change == 1 ? 2 : 0);
+            r.played = change != 2;
+            r.values[0] = 40;
+            ASSERT_TRUE(saveGameResults(files, g, results));
+            EXPECT_EQ(records(), results.applyTo(start, g));
+        }
+}
+
 // The statistics file is rewritten whole, so a save that would write back what is there writes
 // nothing at all: going to the game screen without a change, or a value typed and typed back.
 TEST_F(SaveFixture, ResultsThatChangeNothingAreNotWritten) {
