@@ -86,7 +86,7 @@ inline QStringList lines(const QListWidget* list) {
 
 // The lines of a text file as written.
 inline QStringList readLines(const std::string& path) {
-    std::ifstream in(path);
+    std::ifstream in(path, std::ios::binary); // the line ends as written, on every system
     QStringList out;
     for (std::string line; std::getline(in, line);)
         out << QString::fromStdString(line);
